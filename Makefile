@@ -1,0 +1,33 @@
+# Convenience entry points over CMake. Outputs go to build/, programs to build/bin/.
+BUILD ?= build
+CMAKE_FLAGS ?=
+JOBS ?= $(shell nproc)
+
+.PHONY: all setup configure build test sample bench asan clean
+
+all: build
+
+setup:
+	bash scripts/setup
+
+configure:
+	cmake -S . -B $(BUILD) -G Ninja $(CMAKE_FLAGS)
+
+build: configure
+	cmake --build $(BUILD) -j $(JOBS)
+
+test: build
+	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+
+sample: build
+	bash scripts/run-sample
+
+bench: build
+	bash scripts/run-bench
+
+# Address and undefined-behaviour sanitizers, in their own build tree.
+asan:
+	$(MAKE) test BUILD=build-asan CMAKE_FLAGS="-DFX_SANITIZE=ON -DFX_BENCH=OFF -DCMAKE_BUILD_TYPE=Debug"
+
+clean:
+	rm -rf build build-asan
