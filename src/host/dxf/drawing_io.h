@@ -1,0 +1,32 @@
+// Reading a drawing file into a database of the headless host, and choosing
+// the working database that acdbHostApplicationServices() reports.
+#ifndef FLOORXPORT_HOST_DXF_DRAWING_IO_H_
+#define FLOORXPORT_HOST_DXF_DRAWING_IO_H_
+
+#if !defined(FLOORXPORT_HEADLESS_HOST)
+#error "host/dxf belongs to the headless host; plug-in code uses the host API in host/"
+#endif
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "host/database.h"
+
+namespace fx::dxf {
+
+// Receives warnings about a drawing that loaded anyway ("FILE:LINE: ...").
+using WarningSink = std::function<void(const std::string& message)>;
+
+// Reads an ASCII or binary DXF file. On failure returns nullptr and sets
+// *error to a message naming the file and, where known, the line.
+std::unique_ptr<AcDbDatabase> ReadDrawing(const std::string& path, std::string* error,
+                                          const WarningSink& warnings = nullptr);
+
+// The database acdbHostApplicationServices()->workingDatabase() returns
+// (nullptr for none). The caller keeps it alive while it is set.
+void SetWorkingDatabase(AcDbDatabase* database);
+
+}  // namespace fx::dxf
+
+#endif  // FLOORXPORT_HOST_DXF_DRAWING_IO_H_
