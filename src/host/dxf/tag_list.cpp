@@ -1,0 +1,117 @@
+#include "host/dxf/tag_list.h"
+
+#include "host/dxf/dxf_values.h"
+
+namespace fx::dxf {
+
+size_t TagList::XDataBegin() const {
+  for (size_t i = 1; i < tags_.size(); ++i)
+    if (tags_[i].code == 1001) return i;
+  return tags_.size();
+}
+
+TagList::Range TagList::Body() const {
+  return {tags_.empty() ? 0 : size_t{1}, XDataBegin()};
+}
+
+TagList::Range TagList::Subclass(std::string_view marker) const {
+  Range body = Body();
+  bool has_markers = false;
+  for (size_t i = body.begin; i < body.end; ++i) {
+    if (tags_[i].code != 100) continue;
+    has_markers = true;
+    if (TrimBlanks(tags_[i].value) != marker) continue;
+    size_t end = i + 1;
+    while (end < body.end && tags_[end].code != 100) ++end;
+    return {i + 1, end};
+  }
+  return has_markers ? Range{body.end, body.end} : body;
+}
+
+size_t TagList::Find(int code, Range range) const {
+  for (size_t i = range.begin; i < range.end && i < tags_.size(); ++i)
+    if (tags_[i].code == code) return i;
+  return kNotFound;
+}
+
+std::string_view TagList::GetString(int code, Range range, std::string_view fallback) const {
+  size_t i = Find(code, range);
+  return i == kNotFound ? fallback : tags_[i].value;
+}
+
+double TagList::GetDouble(int code, Range range, double fallback) const {
+  size_t i = Find(code, range);
+  if (i == kNotFound) return fallback;
+  return ParseDouble(tags_[i].value).value_or(fallback);
+}
+
+int64_t TagList::GetInt(int code, Range range, int64_t fallback) const {
+  size_t i = Find(code, range);
+  if (i == kNotFound) return fallback;
+  return ParseInt(tags_[i].value).value_or(fallback);
+}
+
+AcGePoint3d TagList::GetPoint(int code, Range range, const AcGePoint3d& fallback) const {
+  size_t ix = Find(code, range);
+  if (ix == kNotFound) return fallback;
+  AcGePoint3d p{ParseDouble(tags_[ix].value).value_or(0), 0, 0};
+  // The coordinates follow the x value; stop at the next x of any point.
+  for (size_t i = ix + 1; i < range.end && i < tags_.size() && i <= ix + 2; ++i) {
+    if (tags_[i].code == code + 10) p.y = ParseDouble(tags_[i].value).value_or(0);
+    else if (tags_[i].code == code + 20) p.z = ParseDouble(tags_[i].value).value_or(0);
+  }
+  return p;
+}
+
+std::string_view TagList::Own(std::string_view value) {
+  owned_.emplace_back(value);
+  return owned_.back();
+}
+
+void TagList::SetValue(size_t index, std::string_view value) { tags_[index].value = Own(value); }
+
+void TagList::SetString(int code, std::string_view value, Range range) {
+  size_t i = Find(code, range);
+  if (i == kNotFound) Insert(range.end, code, value);
+  else SetValue(i, value);
+}
+
+void TagList::SetDouble(int code, double value, Range range) {
+  SetString(code, FormatDouble(value), range);
+}
+
+void TagList::SetInt(int code, int64_t value, Range range) {
+  SetString(code, std::to_string(value), range);
+}
+
+void TagList::SetPoint(int code, const AcGePoint3d& point, Range range, bool with_z) {
+  size_t ix = Find(code, range);
+  if (ix == kNotFound) {
+    size_t at = range.end;
+    Insert(at, code, FormatDouble(point.x));
+    Insert(at + 1, code + 10, FormatDouble(point.y));
+    if (with_z) Insert(at + 2, code + 20, FormatDouble(point.z));
+    return;
+  }
+  SetValue(ix, FormatDouble(point.x));
+  if (ix + 1 < tags_.size() && tags_[ix + 1].code == code + 10) SetValue(ix + 1, FormatDouble(point.y));
+  else Insert(ix + 1, code + 10, FormatDouble(point.y));
+  if (ix + 2 < tags_.size() && tags_[ix + 2].code == code + 20) SetValue(ix + 2, FormatDouble(point.z));
+  else if (with_z) Insert(ix + 2, code + 20, FormatDouble(point.z));
+}
+
+void TagList::Insert(size_t index, int code, std::string_view value) {
+  tags_.insert(tags_.begin() + static_cast<std::ptrdiff_t>(index), Tag{code, Own(value)});
+}
+
+void TagList::Erase(size_t begin, size_t end) {
+  tags_.erase(tags_.begin() + static_cast<std::ptrdiff_t>(begin),
+              tags_.begin() + static_cast<std::ptrdiff_t>(end));
+}
+
+void TagList::EraseCode(int code, Range range) {
+  for (size_t i = range.end; i-- > range.begin;)
+    if (tags_[i].code == code) Erase(i, i + 1);
+}
+
+}  // namespace fx::dxf

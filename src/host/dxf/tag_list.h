@@ -1,0 +1,86 @@
+// The working copy of one record's tags while its object is open: typed
+// reads by group code within a subclass, and edits that keep every tag the
+// host does not interpret in place.
+#ifndef FLOORXPORT_HOST_DXF_TAG_LIST_H_
+#define FLOORXPORT_HOST_DXF_TAG_LIST_H_
+
+#if !defined(FLOORXPORT_HEADLESS_HOST)
+#error "host/dxf belongs to the headless host; plug-in code uses the host API in host/"
+#endif
+
+#include <cstdint>
+#include <deque>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/dxf/dxf_tag.h"
+#include "host/geometry.h"
+
+namespace fx::dxf {
+
+class TagList {
+ public:
+  // A half-open range of tag indexes.
+  struct Range {
+    size_t begin = 0, end = 0;
+    bool empty() const { return begin >= end; }
+  };
+  static constexpr size_t kNotFound = static_cast<size_t>(-1);
+
+  TagList() = default;
+  // The views must outlive the list (they point into the document's storage).
+  explicit TagList(std::span<const Tag> tags) : tags_(tags.begin(), tags.end()) {}
+  // Moving keeps the owned values where they are, so views stay valid.
+  TagList(TagList&&) = default;
+  TagList& operator=(TagList&&) = default;
+  TagList(const TagList&) = delete;
+  TagList& operator=(const TagList&) = delete;
+
+  std::span<const Tag> tags() const { return tags_; }
+  size_t size() const { return tags_.size(); }
+  const Tag& operator[](size_t index) const { return tags_[index]; }
+  std::string_view type() const { return tags_.empty() ? std::string_view() : tags_[0].value; }
+
+  // Every tag after the 0-tag and before the extended data.
+  Range Body() const;
+  // The tags after the subclass marker (100) named `marker` up to the next
+  // marker or the extended data. A record without any marker (files before
+  // R13) answers its whole body; a missing marker answers an empty range at
+  // the end of the body.
+  Range Subclass(std::string_view marker) const;
+  // Index of the first tag of extended data (group 1001), or size().
+  size_t XDataBegin() const;
+
+  size_t Find(int code, Range range) const;
+  size_t Find(int code) const { return Find(code, Body()); }
+  std::string_view GetString(int code, Range range, std::string_view fallback = {}) const;
+  double GetDouble(int code, Range range, double fallback = 0) const;
+  int64_t GetInt(int code, Range range, int64_t fallback = 0) const;
+  // x in `code`, y in code+10, z in code+20, each the first after x.
+  AcGePoint3d GetPoint(int code, Range range, const AcGePoint3d& fallback = {}) const;
+
+  // Edits. Values are copied.
+  void SetValue(size_t index, std::string_view value);
+  // Replaces the first tag of `code` in `range`, or inserts one at its end.
+  void SetString(int code, std::string_view value, Range range);
+  void SetDouble(int code, double value, Range range);
+  void SetInt(int code, int64_t value, Range range);
+  void SetPoint(int code, const AcGePoint3d& point, Range range, bool with_z = true);
+  void Insert(size_t index, int code, std::string_view value);
+  void Erase(size_t begin, size_t end);
+  // Removes every tag of `code` in `range`.
+  void EraseCode(int code, Range range);
+  void Append(int code, std::string_view value) { Insert(tags_.size(), code, value); }
+
+ private:
+  std::string_view Own(std::string_view value);
+
+  std::vector<Tag> tags_;
+  std::deque<std::string> owned_;  // values set through this list; deque keeps views stable
+};
+
+}  // namespace fx::dxf
+
+#endif  // FLOORXPORT_HOST_DXF_TAG_LIST_H_
