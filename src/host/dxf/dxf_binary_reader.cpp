@@ -1,0 +1,255 @@
+// Binary DXF: the sentinel, then tags as a group code (one byte before R13, with 255
+// escaping to a two-byte code; two bytes from R13 on; little-endian) and a value whose form
+// follows the code's type. Values are turned into their ASCII text form here so that the rest
+// of the program sees one model; strings without control characters or carets stay views
+// into the file's bytes.
+#include <bit>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+
+#include "host/dxf/dxf_binary_format.h"
+#include "host/dxf/dxf_caret.h"
+#include "host/dxf/dxf_readers.h"
+#include "host/dxf/dxf_values.h"
+
+namespace fx::dxf {
+namespace {
+
+struct RawTag {
+  size_t offset;  // of the group code
+  int code;
+  GroupValueType type;
+  std::string_view raw;  // string bytes without the NUL, number bytes, or chunk bytes
+};
+
+uint64_t LittleEndian(std::string_view bytes) {
+  uint64_t value = 0;
+  for (size_t i = bytes.size(); i-- > 0;) value = (value << 8) | static_cast<uint8_t>(bytes[i]);
+  return value;
+}
+
+// Walks the tags of a binary file. Next() fails with a message naming the offset.
+class BinaryCursor {
+ public:
+  BinaryCursor(std::string_view bytes, size_t start, bool two_byte_codes)
+      : bytes_(bytes), pos_(start), two_byte_codes_(two_byte_codes) {}
+
+  bool at_end() const { return pos_ >= bytes_.size(); }
+  size_t pos() const { return pos_; }
+
+  bool Next(RawTag* tag, std::string* failure) {
+    tag->offset = pos_;
+    if (!ReadCode(&tag->code)) {
+      *failure = Where(tag->offset) + "unexpected end of file in a group code";
+      return false;
+    }
+    tag->type = ValueTypeOf(tag->code);
+    const size_t value_offset = pos_;
+    if (!ReadValue(tag->type, &tag->raw)) {
+      *failure = tag->type == GroupValueType::kUnknown
+                     ? Where(tag->offset) + "unknown group code " + std::to_string(tag->code)
+                     : Where(value_offset) + "unexpected end of file in the value of group code " +
+                           std::to_string(tag->code);
+      return false;
+    }
+    return true;
+  }
+
+  static std::string Where(size_t offset) { return "offset " + std::to_string(offset) + ": "; }
+
+ private:
+  bool Take(size_t size, std::string_view* out) {
+    if (bytes_.size() - pos_ < size) return false;
+    *out = bytes_.substr(pos_, size);
+    pos_ += size;
+    return true;
+  }
+
+  bool ReadCode(int* code) {
+    std::string_view raw;
+    if (two_byte_codes_) {
+      if (!Take(2, &raw)) return false;
+    } else {
+      if (!Take(1, &raw)) return false;
+      if (static_cast<uint8_t>(raw[0]) == kBinaryCodeEscape && !Take(2, &raw)) return false;
+    }
+    *code = static_cast<int>(LittleEndian(raw));
+    return true;
+  }
+
+  bool ReadValue(GroupValueType type, std::string_view* raw) {
+    switch (type) {
+      case GroupValueType::kString:
+      case GroupValueType::kHandle: {
+        const void* nul = std::memchr(bytes_.data() + pos_, '\0', bytes_.size() - pos_);
+        if (nul == nullptr) return false;
+        const size_t size = static_cast<size_t>(static_cast<const char*>(nul) - bytes_.data()) - pos_;
+        *raw = bytes_.substr(pos_, size);
+        pos_ += size + 1;
+        return true;
+      }
+      case GroupValueType::kDouble:
+      case GroupValueType::kInt64:
+        return Take(8, raw);
+      case GroupValueType::kInt32:
+        return Take(4, raw);
+      case GroupValueType::kInt16:
+        return Take(2, raw);
+      case GroupValueType::kBool:
+        return Take(1, raw);
+      case GroupValueType::kBinaryChunk: {
+        std::string_view length;
+        return Take(1, &length) && Take(static_cast<uint8_t>(length[0]), raw);
+      }
+      case GroupValueType::kUnknown:
+        return false;
+    }
+    return false;
+  }
+
+  std::string_view bytes_;
+  size_t pos_;
+  bool two_byte_codes_;
+};
+
+// The text form of a binary value, in `arena` unless it is a string of the file itself.
+std::string_view ValueText(const RawTag& tag, Arena& arena) {
+  char text[kMaxFormattedDoubleSize + 8];
+  const auto integer_text = [&](int64_t value) {
+    const auto [end, ec] = std::to_chars(text, text + sizeof text, value);
+    (void)ec;
+    return arena.Store(std::string_view(text, static_cast<size_t>(end - text)));
+  };
+  const uint64_t bits = tag.type == GroupValueType::kBinaryChunk ? 0 : LittleEndian(tag.raw);
+  switch (tag.type) {
+    case GroupValueType::kDouble: {
+      char formatted[kMaxFormattedDoubleSize];
+      return arena.Store(std::string_view(formatted, FormatDoubleTo(std::bit_cast<double>(bits), formatted)));
+    }
+    case GroupValueType::kInt16:
+      return integer_text(static_cast<int16_t>(bits));
+    case GroupValueType::kInt32:
+      return integer_text(static_cast<int32_t>(bits));
+    case GroupValueType::kInt64:
+      return integer_text(static_cast<int64_t>(bits));
+    case GroupValueType::kBool:
+      return integer_text(static_cast<int64_t>(bits));
+    case GroupValueType::kBinaryChunk: {
+      static constexpr char kHex[] = "0123456789ABCDEF";
+      std::string hex;
+      hex.reserve(tag.raw.size() * 2);
+      for (const char c : tag.raw) {
+        hex.push_back(kHex[static_cast<uint8_t>(c) >> 4]);
+        hex.push_back(kHex[static_cast<uint8_t>(c) & 0xF]);
+      }
+      return arena.Store(hex);
+    }
+    case GroupValueType::kString:
+      return NeedsCaretEncoding(tag.raw) ? arena.Store(CaretEncode(tag.raw)) : tag.raw;
+    case GroupValueType::kHandle:
+    case GroupValueType::kUnknown:
+      break;
+  }
+  return tag.raw;
+}
+
+// A file opens with 0/SECTION or a 999 comment. With two-byte codes those read 00 00 "SECTION"
+// or E7 03; with one-byte codes 00 "SECTION" or FF E7 03.
+bool HasTwoByteCodes(std::string_view body) {
+  return body.starts_with(std::string_view("\0\0SECTION", 9)) || body.starts_with("\xE7\x03");
+}
+
+struct Survey {
+  size_t tag_count = 0;
+  size_t record_count = 0;
+  size_t tail_begin = 0;
+  bool saw_eof = false;
+};
+
+// First pass: checks the structure and counts, so that the second pass can size the tag
+// and record vectors exactly and cannot fail.
+bool SurveyTags(std::string_view bytes, size_t start, bool two_byte_codes, Survey* survey,
+                std::string* failure) {
+  const auto not_dxf = [failure](size_t offset) {
+    *failure = BinaryCursor::Where(offset) +
+               "not a DXF file: expected a 0/SECTION tag or a 999 comment";
+    return false;
+  };
+  BinaryCursor cursor(bytes, start, two_byte_codes);
+  RawTag tag;
+  while (!cursor.at_end()) {
+    if (!cursor.Next(&tag, failure)) return survey->record_count == 0 ? not_dxf(tag.offset) : false;
+    ++survey->tag_count;
+    const bool opens_file = tag.code == 999 || (tag.code == 0 && tag.raw == "SECTION");
+    if (survey->record_count == 0 && !opens_file) return not_dxf(tag.offset);
+    if (tag.code != 0) continue;
+    ++survey->record_count;
+    if (tag.raw == "EOF") {
+      survey->saw_eof = true;
+      break;
+    }
+  }
+  if (survey->record_count == 0) return not_dxf(cursor.pos());
+  survey->tail_begin = cursor.pos();
+  return true;
+}
+
+}  // namespace
+
+bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink) {
+  const std::string_view bytes = doc.bytes_;
+  const size_t start = kBinarySentinel.size();
+  doc.head_size_ = start;
+  doc.binary_two_byte_codes_ = HasTwoByteCodes(bytes.substr(start));
+
+  Survey survey;
+  std::string failure;
+  if (!SurveyTags(bytes, start, doc.binary_two_byte_codes_, &survey, &failure)) {
+    error->message = doc.name() + ": " + failure;
+    return false;
+  }
+  if (!survey.saw_eof && sink != nullptr) {
+    sink->Report(Severity::kWarning, doc.name() + ": " + BinaryCursor::Where(bytes.size()) +
+                                         "missing EOF record at end of file");
+  }
+
+  doc.tags_.reserve(survey.tag_count + survey.tag_count / 32 + 64);
+  doc.records_.reserve(survey.record_count + survey.record_count / 32 + 16);
+  BinaryCursor cursor(bytes, start, doc.binary_two_byte_codes_);
+  RawTag tag;
+  for (size_t i = 0; i < survey.tag_count; ++i) {
+    cursor.Next(&tag, &failure);
+    if (tag.code == 0) {
+      const auto id = static_cast<RecordId>(doc.records_.size());
+      if (id > 0) {
+        Document::Record& previous = doc.records_.back();
+        previous.tag_count = static_cast<uint32_t>(i - previous.tag_begin);
+        previous.original_size = static_cast<uint32_t>(tag.offset) - previous.original_begin;
+        previous.next = id;
+      } else {
+        doc.prologue_tag_count_ = i;
+        doc.prologue_size_ = tag.offset - start;
+      }
+      doc.records_.push_back({.tag_begin = static_cast<uint32_t>(i),
+                              .tag_count = 0,
+                              .next = kNoRecord,
+                              .prev = id == 0 ? kNoRecord : id - 1,
+                              .original_begin = static_cast<uint32_t>(tag.offset),
+                              .original_size = 0,
+                              .source_line = static_cast<int32_t>(tag.offset),
+                              .live = true});
+    }
+    doc.tags_.push_back({tag.code, ValueText(tag, doc.arena_)});
+  }
+  Document::Record& last = doc.records_.back();
+  last.tag_count = static_cast<uint32_t>(survey.tag_count - last.tag_begin);
+  last.original_size = static_cast<uint32_t>(survey.tail_begin) - last.original_begin;
+  doc.first_ = 0;
+  doc.last_ = static_cast<RecordId>(doc.records_.size() - 1);
+  doc.live_records_ = doc.records_.size();
+  doc.tail_begin_ = survey.tail_begin;
+  return true;
+}
+
+}  // namespace fx::dxf

@@ -1,0 +1,181 @@
+#include "host/dxf/dxf_document.h"
+
+#include <cstdint>
+#include <functional>
+
+#include "host/dxf/dxf_binary_format.h"
+#include "host/dxf/dxf_file_io.h"
+#include "host/dxf/dxf_header_variables.h"
+#include "host/dxf/dxf_readers.h"
+#include "host/dxf/dxf_values.h"
+#include "host/dxf/dxf_version.h"
+
+namespace fx::dxf {
+namespace {
+
+// Byte offsets and line numbers are kept in 32 bits.
+constexpr size_t kMaxFileSize = (size_t{1} << 31) - 16;
+
+bool PointsInto(std::string_view text, const char* begin, size_t size) {
+  const std::less_equal<const char*> at_most;
+  return at_most(begin, text.data()) && at_most(text.data() + text.size(), begin + size);
+}
+
+}  // namespace
+
+Document::Document(std::string bytes, std::string_view name, Encoding encoding)
+    : bytes_(std::move(bytes)), name_(name), encoding_(encoding) {}
+
+std::unique_ptr<Document> Document::Load(const std::string& path, LoadError* error,
+                                         DiagnosticSink* sink) {
+  std::string bytes;
+  std::string failure;
+  if (!ReadWholeFile(path, &bytes, &failure)) {
+    if (error != nullptr) error->message = path + ": " + failure;
+    return nullptr;
+  }
+  return Parse(std::move(bytes), path, error, sink);
+}
+
+std::unique_ptr<Document> Document::Parse(std::string bytes, std::string_view name_for_messages,
+                                          LoadError* error, DiagnosticSink* sink) {
+  LoadError ignored;
+  if (error == nullptr) error = &ignored;
+  if (bytes.size() > kMaxFileSize) {
+    error->message = std::string(name_for_messages) + ": file too large (" +
+                     std::to_string(bytes.size()) + " bytes; at most 2 GiB are supported)";
+    return nullptr;
+  }
+  const bool binary = IsBinaryDxf(bytes);
+  std::unique_ptr<Document> doc(new Document(std::move(bytes), name_for_messages,
+                                             binary ? Encoding::kBinary : Encoding::kAscii));
+  const bool read = binary ? BinaryReader::Read(*doc, error, sink)
+                           : AsciiReader::Read(*doc, error, sink);
+  if (!read) return nullptr;
+  doc->UpdateFromHeader(sink);
+  return doc;
+}
+
+std::string_view Document::type(RecordId id) const {
+  return TrimBlanks(tags_[records_[id].tag_begin].value);
+}
+
+void Document::UpdateFromHeader(DiagnosticSink* sink) {
+  const std::string_view acadver = GetHeaderValue(*this, "$ACADVER");
+  acadver_ = acadver.empty() ? kDefaultAcadver : acadver;
+  const std::string_view code_page = GetHeaderValue(*this, "$DWGCODEPAGE");
+  bool known = true;
+  codec_ = TextCodec::ForDrawing(acadver_, code_page, &known);
+  if (!known && sink != nullptr) {
+    sink->Report(Severity::kWarning, name_ + ": unknown $DWGCODEPAGE '" +
+                                         QuoteForMessage(code_page) + "'; strings are read as " +
+                                         std::string(codec_.name()));
+  }
+}
+
+bool Document::IsValidRecordTags(std::span<const Tag> tags) const {
+  return !tags.empty() && tags.front().code == 0 && records_.size() < kNoRecord - 1 &&
+         tags_.size() + tags.size() < UINT32_MAX;
+}
+
+uint32_t Document::AppendTags(std::span<const Tag> tags) {
+  // The caller may pass tags of this document (from tags()); appending can move them.
+  std::vector<Tag> copy;
+  const std::less_equal<const Tag*> at_most;
+  if (!tags.empty() && at_most(tags_.data(), tags.data()) &&
+      at_most(tags.data() + tags.size(), tags_.data() + tags_.size())) {
+    copy.assign(tags.begin(), tags.end());
+    tags = copy;
+  }
+  const auto begin = static_cast<uint32_t>(tags_.size());
+  for (const Tag& tag : tags) {
+    const bool owned = tag.value.empty() || PointsInto(tag.value, bytes_.data(), bytes_.size()) ||
+                       arena_.Contains(tag.value);
+    tags_.push_back({tag.code, owned ? tag.value : arena_.Store(tag.value)});
+  }
+  return begin;
+}
+
+RecordId Document::NewRecord(std::span<const Tag> tags) {
+  const auto id = static_cast<RecordId>(records_.size());
+  const uint32_t tag_begin = AppendTags(tags);
+  records_.push_back({.tag_begin = tag_begin,
+                      .tag_count = static_cast<uint32_t>(tags.size()),
+                      .next = kNoRecord,
+                      .prev = kNoRecord,
+                      .original_begin = 0,
+                      .original_size = 0,
+                      .source_line = 0,
+                      .live = true});
+  return id;
+}
+
+void Document::Link(RecordId id, RecordId before) {
+  Record& record = records_[id];
+  record.next = before;
+  record.prev = before == kNoRecord ? last_ : records_[before].prev;
+  if (record.prev == kNoRecord) {
+    first_ = id;
+  } else {
+    records_[record.prev].next = id;
+  }
+  if (before == kNoRecord) {
+    last_ = id;
+  } else {
+    records_[before].prev = id;
+  }
+  ++live_records_;
+}
+
+void Document::RefreshAfterEdit(std::string_view old_type, std::string_view new_type) {
+  if (old_type == "SECTION" || new_type == "SECTION") UpdateFromHeader(nullptr);
+}
+
+bool Document::ReplaceTags(RecordId id, std::span<const Tag> tags) {
+  if (!is_live(id) || !IsValidRecordTags(tags)) return false;
+  const std::string_view old_type = type(id);
+  const uint32_t tag_begin = AppendTags(tags);
+  Record& record = records_[id];
+  record.tag_begin = tag_begin;
+  record.tag_count = static_cast<uint32_t>(tags.size());
+  record.original_size = 0;
+  RefreshAfterEdit(old_type, type(id));
+  return true;
+}
+
+RecordId Document::InsertAfter(RecordId where, std::span<const Tag> tags) {
+  if (!is_live(where) || !IsValidRecordTags(tags)) return kNoRecord;
+  const RecordId id = NewRecord(tags);
+  Link(id, records_[where].next);
+  RefreshAfterEdit({}, type(id));
+  return id;
+}
+
+RecordId Document::InsertBefore(RecordId where, std::span<const Tag> tags) {
+  if ((where != kNoRecord && !is_live(where)) || !IsValidRecordTags(tags)) return kNoRecord;
+  const RecordId id = NewRecord(tags);
+  Link(id, where);
+  RefreshAfterEdit({}, type(id));
+  return id;
+}
+
+bool Document::Erase(RecordId id) {
+  if (!is_live(id)) return false;
+  Record& record = records_[id];
+  if (record.prev == kNoRecord) {
+    first_ = record.next;
+  } else {
+    records_[record.prev].next = record.next;
+  }
+  if (record.next == kNoRecord) {
+    last_ = record.prev;
+  } else {
+    records_[record.next].prev = record.prev;
+  }
+  record.live = false;
+  --live_records_;
+  RefreshAfterEdit(type(id), {});
+  return true;
+}
+
+}  // namespace fx::dxf

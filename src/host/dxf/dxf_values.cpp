@@ -1,0 +1,117 @@
+#include "host/dxf/dxf_values.h"
+
+#include <array>
+#include <charconv>
+
+namespace fx::dxf {
+namespace {
+
+inline constexpr int kMaxKnownCode = 1071;
+
+struct CodeRange {
+  int first;
+  int last;
+  GroupValueType type;
+};
+
+// Group code value types by range, as the DXF reference lists them.
+constexpr CodeRange kCodeRanges[] = {
+    {0, 4, GroupValueType::kString},         {5, 5, GroupValueType::kHandle},
+    {6, 9, GroupValueType::kString},         {10, 59, GroupValueType::kDouble},
+    {60, 79, GroupValueType::kInt16},        {90, 99, GroupValueType::kInt32},
+    {100, 102, GroupValueType::kString},     {105, 105, GroupValueType::kHandle},
+    {110, 149, GroupValueType::kDouble},     {160, 169, GroupValueType::kInt64},
+    {170, 179, GroupValueType::kInt16},      {210, 239, GroupValueType::kDouble},
+    {270, 289, GroupValueType::kInt16},      {290, 299, GroupValueType::kBool},
+    {300, 309, GroupValueType::kString},     {310, 319, GroupValueType::kBinaryChunk},
+    {320, 369, GroupValueType::kHandle},     {370, 389, GroupValueType::kInt16},
+    {390, 399, GroupValueType::kHandle},     {400, 409, GroupValueType::kInt16},
+    {410, 419, GroupValueType::kString},     {420, 429, GroupValueType::kInt32},
+    {430, 439, GroupValueType::kString},     {440, 459, GroupValueType::kInt32},
+    {460, 469, GroupValueType::kDouble},     {470, 479, GroupValueType::kString},
+    {480, 481, GroupValueType::kHandle},     {999, 999, GroupValueType::kString},
+    {1000, 1003, GroupValueType::kString},   {1004, 1004, GroupValueType::kBinaryChunk},
+    {1005, 1005, GroupValueType::kHandle},   {1006, 1009, GroupValueType::kString},
+    {1010, 1059, GroupValueType::kDouble},   {1060, 1070, GroupValueType::kInt16},
+    {1071, 1071, GroupValueType::kInt32},
+};
+
+constexpr std::array<GroupValueType, kMaxKnownCode + 1> BuildTypeTable() {
+  std::array<GroupValueType, kMaxKnownCode + 1> table{};
+  for (const CodeRange& range : kCodeRanges) {
+    for (int code = range.first; code <= range.last; ++code) table[code] = range.type;
+  }
+  return table;
+}
+
+constexpr std::array<GroupValueType, kMaxKnownCode + 1> kTypeTable = BuildTypeTable();
+
+// Removes the blanks and the leading '+' that from_chars does not accept; empty when the
+// text cannot be a number ("+-1").
+std::string_view NumberBody(std::string_view text) {
+  text = TrimBlanks(text);
+  if (!text.empty() && text.front() == '+') {
+    text.remove_prefix(1);
+    if (!text.empty() && (text.front() == '-' || text.front() == '+')) return {};
+  }
+  return text;
+}
+
+}  // namespace
+
+GroupValueType ValueTypeOf(int code) {
+  if (code < 0 || code > kMaxKnownCode) return GroupValueType::kUnknown;
+  return kTypeTable[static_cast<size_t>(code)];
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+  size_t begin = 0;
+  size_t end = text.size();
+  while (begin < end && (text[begin] == ' ' || text[begin] == '\t')) ++begin;
+  while (end > begin && (text[end - 1] == ' ' || text[end - 1] == '\t')) --end;
+  return text.substr(begin, end - begin);
+}
+
+std::optional<double> ParseDouble(std::string_view text) {
+  const std::string_view body = NumberBody(text);
+  if (body.empty()) return std::nullopt;
+  double value = 0;
+  const char* end = body.data() + body.size();
+  const auto [ptr, ec] = std::from_chars(body.data(), end, value);
+  if (ec != std::errc() || ptr != end) return std::nullopt;
+  return value;
+}
+
+std::optional<int64_t> ParseInt(std::string_view text) {
+  const std::string_view body = NumberBody(text);
+  if (body.empty()) return std::nullopt;
+  int64_t value = 0;
+  const char* end = body.data() + body.size();
+  const auto [ptr, ec] = std::from_chars(body.data(), end, value);
+  if (ec != std::errc() || ptr != end) return std::nullopt;
+  return value;
+}
+
+size_t FormatDoubleTo(double value, char (&out)[kMaxFormattedDoubleSize]) {
+  // Shortest round-trip text is at most 24 characters; two more for ".0".
+  const auto [ptr, ec] = std::to_chars(out, out + kMaxFormattedDoubleSize - 2, value);
+  (void)ec;
+  size_t size = static_cast<size_t>(ptr - out);
+  bool integral_looking = true;
+  for (size_t i = 0; i < size; ++i) {
+    const char c = out[i];
+    if (!(c == '-' || (c >= '0' && c <= '9'))) integral_looking = false;
+  }
+  if (integral_looking) {
+    out[size++] = '.';
+    out[size++] = '0';
+  }
+  return size;
+}
+
+std::string FormatDouble(double value) {
+  char buffer[kMaxFormattedDoubleSize];
+  return std::string(buffer, FormatDoubleTo(value, buffer));
+}
+
+}  // namespace fx::dxf

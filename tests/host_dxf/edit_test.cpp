@@ -1,0 +1,126 @@
+// Edits (replace, insert, erase) must be written in the file's own style, keep everything
+// else as it was, and read back.
+#include <gtest/gtest.h>
+
+#include "host/dxf/dxf_sections.h"
+#include "host/dxf/dxf_writer.h"
+#include "test_support.h"
+
+namespace fx::dxf {
+namespace {
+
+using testing::AllTags;
+using testing::ParseOrFail;
+using testing::ReadFileBytes;
+using testing::TestDataPath;
+
+RecordId FindType(const Document& doc, std::string_view type) {
+  RecordId id = doc.first();
+  while (id != kNoRecord && doc.type(id) != type) id = doc.next(id);
+  return id;
+}
+
+std::vector<std::string_view> Types(const Document& doc) {
+  std::vector<std::string_view> types;
+  for (RecordId id = doc.first(); id != kNoRecord; id = doc.next(id)) types.push_back(doc.type(id));
+  return types;
+}
+
+const Tag kCircle[] = {{0, "CIRCLE"}, {8, "Walls"}, {10, "5.0"}, {20, "6.0"}, {30, "0.0"}, {40, "2.5"}};
+
+// Replaces the LINE's layer, inserts a CIRCLE after it and a POINT before it (erasing a first
+// POINT again), then writes, reads back and compares.
+void EditAndCheck(const std::string& file, std::string_view expected_circle_text) {
+  SCOPED_TRACE(file);
+  const std::string original = ReadFileBytes(TestDataPath(file));
+  const std::unique_ptr<Document> doc = ParseOrFail(original, file);
+  ASSERT_TRUE(doc);
+  const RecordId line = FindType(*doc, "LINE");
+  ASSERT_NE(line, kNoRecord);
+
+  std::vector<Tag> line_tags(doc->tags(line).begin(), doc->tags(line).end());
+  line_tags[2].value = "Doors";  // 8: layer
+  ASSERT_TRUE(doc->ReplaceTags(line, line_tags));
+  EXPECT_TRUE(doc->modified(line));
+  ASSERT_NE(doc->InsertAfter(line, kCircle), kNoRecord);
+  const Tag point[] = {{0, "POINT"}, {8, "0"}, {10, "1.0"}, {20, "2.0"}, {30, "0.0"}};
+  const RecordId inserted_point = doc->InsertBefore(line, point);
+  ASSERT_NE(inserted_point, kNoRecord);
+  EXPECT_EQ(doc->source_line(inserted_point), 0);
+  ASSERT_TRUE(doc->Erase(inserted_point));
+  ASSERT_NE(doc->InsertBefore(line, point), kNoRecord);
+
+  std::string written;
+  ASSERT_TRUE(WriteTo(*doc, &written).ok());
+  EXPECT_NE(written.find(expected_circle_text), std::string::npos) << written;
+  const std::unique_ptr<Document> reread = ParseOrFail(written, "written");
+  ASSERT_TRUE(reread);
+  EXPECT_EQ(Types(*reread), (std::vector<std::string_view>{"SECTION", "ENDSEC", "SECTION", "POINT",
+                                                           "LINE", "CIRCLE", "ENDSEC", "EOF"}));
+  const std::vector<Tag> expected = AllTags(*doc);
+  std::string where;
+  EXPECT_TRUE(testing::SameTags(expected, AllTags(*reread), &where)) << where;
+  for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(expected[i].value, AllTags(*reread)[i].value);
+  // Unmodified records keep their bytes: the HEADER section comes out as it went in.
+  const RecordId header = FindSection(*reread, "HEADER").section;
+  EXPECT_EQ(reread->original_bytes(header), doc->original_bytes(FindSection(*doc, "HEADER").section));
+}
+
+TEST(Edit, ReplaceInsertEraseAreWrittenInTheFilesStyle) {
+  EditAndCheck("minimal.dxf", "  0\nCIRCLE\n  8\nWalls\n 10\n5.0\n");
+  EditAndCheck("unpadded_lf.dxf", "0\nCIRCLE\n8\nWalls\n10\n5.0\n");
+  EditAndCheck("mixed_line_endings.dxf", "  0\r\nCIRCLE\r\n  8\r\nWalls\r\n");
+}
+
+TEST(Edit, BinaryDocumentsTakeEditsToo) {
+  const std::unique_ptr<Document> ascii = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "a");
+  ASSERT_TRUE(ascii);
+  std::string binary;
+  ASSERT_TRUE(WriteTo(*ascii, &binary, Encoding::kBinary).ok());
+  const std::unique_ptr<Document> doc = ParseOrFail(binary, "binary");
+  ASSERT_TRUE(doc);
+  ASSERT_EQ(doc->encoding(), Encoding::kBinary);
+  ASSERT_NE(doc->InsertAfter(FindType(*doc, "LINE"), kCircle), kNoRecord);
+  std::string written;
+  ASSERT_TRUE(WriteTo(*doc, &written).ok());
+  const std::unique_ptr<Document> reread = ParseOrFail(written, "written");
+  ASSERT_TRUE(reread);
+  const RecordId circle = FindType(*reread, "CIRCLE");
+  ASSERT_NE(circle, kNoRecord);
+  EXPECT_EQ(reread->tags(circle)[5].value, "2.5");
+  EXPECT_EQ(static_cast<size_t>(reread->source_line(circle)),
+            written.find(std::string("\0\0CIRCLE", 8)));
+}
+
+TEST(Edit, TagsOfTheDocumentItselfCanBePassedBack) {
+  const std::unique_ptr<Document> doc = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+  ASSERT_TRUE(doc);
+  const RecordId line = FindType(*doc, "LINE");
+  const std::string_view layer_before = doc->tags(line)[2].value;
+  for (int i = 0; i < 1000; ++i) ASSERT_TRUE(doc->ReplaceTags(line, doc->tags(line)));
+  EXPECT_EQ(doc->tags(line)[2].value, "Walls");
+  EXPECT_EQ(layer_before, "Walls");  // views handed out stay valid across edits
+  const std::string_view stored = doc->Store(std::string(64, 'x'));
+  const Tag with_stored[] = {{0, "TEXT"}, {1, stored}};
+  const RecordId text = doc->InsertAfter(line, with_stored);
+  EXPECT_EQ(doc->tags(text)[1].value.data(), stored.data());  // already the document's: not copied
+}
+
+TEST(Edit, InvalidEditsChangeNothing) {
+  const std::unique_ptr<Document> doc = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+  ASSERT_TRUE(doc);
+  const RecordId line = FindType(*doc, "LINE");
+  const size_t records = doc->record_count();
+  const Tag no_zero_tag[] = {{8, "Walls"}};
+  EXPECT_FALSE(doc->ReplaceTags(line, no_zero_tag));
+  EXPECT_FALSE(doc->ReplaceTags(line, {}));
+  EXPECT_EQ(doc->InsertAfter(kNoRecord, kCircle), kNoRecord);
+  ASSERT_TRUE(doc->Erase(line));
+  EXPECT_FALSE(doc->Erase(line));
+  EXPECT_EQ(doc->InsertAfter(line, kCircle), kNoRecord);
+  EXPECT_FALSE(doc->ReplaceTags(line, kCircle));
+  EXPECT_EQ(doc->record_count(), records - 1);
+}
+
+}  // namespace
+}  // namespace fx::dxf

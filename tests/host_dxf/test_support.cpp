@@ -1,0 +1,122 @@
+#include "test_support.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "host/dxf/dxf_caret.h"
+#include "host/dxf/dxf_values.h"
+
+namespace fx::dxf::testing {
+namespace {
+
+bool HasDxfExtension(const std::filesystem::path& path) {
+  std::string extension = path.extension().string();
+  std::transform(extension.begin(), extension.end(), extension.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return extension == ".dxf";
+}
+
+bool SameHex(std::string_view a, std::string_view b) {
+  a = TrimBlanks(a);
+  b = TrimBlanks(b);
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+    return std::toupper(static_cast<unsigned char>(x)) == std::toupper(static_cast<unsigned char>(y));
+  });
+}
+
+}  // namespace
+
+std::string TestDataPath(std::string_view name) {
+  return std::string(FX_TEST_DATA_DIR) + "/" + std::string(name);
+}
+
+std::vector<std::string> CorpusFiles() {
+  const char* from_environment = std::getenv("FX_CORPUS_DIR");
+  const std::filesystem::path root =
+      from_environment != nullptr && *from_environment != '\0' ? from_environment : FX_CORPUS_DIR;
+  std::vector<std::string> files;
+  std::error_code error;
+  if (!std::filesystem::is_directory(root, error)) return files;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
+    if (entry.is_regular_file() && HasDxfExtension(entry.path())) files.push_back(entry.path().string());
+  }
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::string ReadFileBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << in.rdbuf();
+  return bytes.str();
+}
+
+std::unique_ptr<Document> ParseOrFail(std::string bytes, std::string_view name) {
+  LoadError error;
+  std::unique_ptr<Document> doc = Document::Parse(std::move(bytes), name, &error);
+  if (!doc) ADD_FAILURE() << "cannot parse " << name << ": " << error.message;
+  return doc;
+}
+
+std::vector<Tag> AllTags(const Document& doc) {
+  std::vector<Tag> tags(doc.prologue().begin(), doc.prologue().end());
+  for (RecordId id = doc.first(); id != kNoRecord; id = doc.next(id)) {
+    tags.insert(tags.end(), doc.tags(id).begin(), doc.tags(id).end());
+  }
+  return tags;
+}
+
+bool SameMeaning(int code, std::string_view a, std::string_view b) {
+  switch (ValueTypeOf(code)) {
+    case GroupValueType::kDouble: {
+      const std::optional<double> x = ParseDouble(a);
+      const std::optional<double> y = ParseDouble(b);
+      return x && y && (*x == *y || (*x != *x && *y != *y));
+    }
+    case GroupValueType::kInt16:
+    case GroupValueType::kInt32:
+    case GroupValueType::kInt64:
+    case GroupValueType::kBool: {
+      const std::optional<int64_t> x = ParseInt(a);
+      return x && x == ParseInt(b);
+    }
+    case GroupValueType::kString:
+      return CaretDecode(a) == CaretDecode(b);
+    case GroupValueType::kBinaryChunk:
+      return SameHex(a, b);
+    case GroupValueType::kHandle:
+    case GroupValueType::kUnknown:
+      break;
+  }
+  return a == b;
+}
+
+bool SameTags(const std::vector<Tag>& a, const std::vector<Tag>& b, std::string* where) {
+  for (size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
+    if (a[i].code != b[i].code || !SameMeaning(a[i].code, a[i].value, b[i].value)) {
+      *where = "tag " + std::to_string(i) + ": " + std::to_string(a[i].code) + "/'" +
+               std::string(a[i].value) + "' vs " + std::to_string(b[i].code) + "/'" +
+               std::string(b[i].value) + "'";
+      return false;
+    }
+  }
+  if (a.size() != b.size()) {
+    *where = "tag counts differ: " + std::to_string(a.size()) + " vs " + std::to_string(b.size());
+    return false;
+  }
+  return true;
+}
+
+std::string MakeScratchDirectory() {
+  std::string pattern = ::testing::TempDir() + "fx_host_dxf_XXXXXX";
+  if (mkdtemp(pattern.data()) == nullptr) ADD_FAILURE() << "mkdtemp failed for " << pattern;
+  return pattern;
+}
+
+}  // namespace fx::dxf::testing
