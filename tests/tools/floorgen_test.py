@@ -1,0 +1,470 @@
+#!/usr/bin/python3
+"""Checks the floor-plan generator (bench/floorgen) against an independent DXF
+reader, ezdxf, and against the raw structure of its output.
+
+Usage: floorgen_test.py FLOORGEN_BINARY TEMP_DIR
+
+Needs Debian's python3-ezdxf, hence /usr/bin/python3. Prints one line per
+check and a closing "N passed, M failed"; exits non-zero on any failure.
+"""
+
+import logging
+import math
+import os
+import re
+import shutil
+import stat
+import subprocess
+import sys
+import threading
+import traceback
+from collections import Counter
+from pathlib import Path
+
+logging.disable(logging.WARNING)  # font fallback notices from ezdxf's text metrics
+
+import ezdxf  # noqa: E402
+from ezdxf import bbox  # noqa: E402
+
+SAMPLE = Path(__file__).resolve().parents[2] / "examples" / "sample-floor.dxf"
+CATEGORIES = {"Office", "Meeting", "Storage", "WC", "Corridor"}
+MIB = 1024 * 1024
+WALL = 150.0  # interior wall thickness, millimetres
+
+binary = Path(sys.argv[1]).resolve()
+temp_dir = Path(sys.argv[2]).resolve()
+temp_dir.mkdir(parents=True, exist_ok=True)
+
+
+def generate(name, *args):
+    """Runs floorgen with -o into the temp dir; returns the output path."""
+    path = temp_dir / name
+    run = subprocess.run([str(binary), *args, "-o", str(path)], capture_output=True, text=True)
+    assert run.returncode == 0, f"floorgen {' '.join(args)} failed: {run.stderr}"
+    return path
+
+
+# ---- raw DXF structure ------------------------------------------------------
+
+def read_tags(path):
+    lines = path.read_bytes().decode("cp1252").split("\n")
+    assert lines[-1] == "", "file must end with a line break"
+    lines.pop()
+    assert len(lines) % 2 == 0, "odd number of lines"
+    return [(int(code), value) for code, value in zip(lines[0::2], lines[1::2])]
+
+
+def records_without_contours(path):
+    """The file's records (tags from one group 0 to the next), minus room contours."""
+    records = []
+    for tag in read_tags(path):
+        if tag[0] == 0:
+            records.append([])
+        records[-1].append(tag)
+    return [record for record in records if (8, "RoomContours") not in record]
+
+
+def owner_of(record):
+    """The owner handle: the first 330 outside the {ACAD_REACTORS ... } group."""
+    in_reactors = False
+    for code, value in record:
+        if code == 102:
+            in_reactors = value.startswith("{")
+        elif code == 330 and not in_reactors:
+            return value
+    return None
+
+
+def check_owners(tags):
+    """Table records belong to their table, block content to its block
+    record, model space entities to the model space record, attributes and
+    SEQEND to their insert, objects to the dictionary that lists them."""
+    records = []
+    for tag in tags:
+        if tag[0] == 0:
+            records.append([])
+        records[-1].append(tag)
+    block_records = {dict(r)[2]: dict(r)[5] for r in records if r[0] == (0, "BLOCK_RECORD")}
+    dictionary_of = {}
+    for record in records:
+        if record[0][1] in ("DICTIONARY", "ACDBDICTIONARYWDFLT"):
+            handle = dict(record)[5]
+            dictionary_of.update({value: handle for code, value in record if code in (350, 360)})
+    section = table = block_owner = insert = None
+    for record in records:
+        kind = record[0][1]
+        fields = dict(record)
+        if kind == "SECTION":
+            section = fields[2]
+            block_owner = block_records.get("*Model_Space") if section == "ENTITIES" else None
+            continue
+        if kind in ("ENDSEC", "ENDTAB", "EOF") or section in ("HEADER", "CLASSES"):
+            continue
+        owner = owner_of(record)
+        if kind == "TABLE":
+            table = fields[5]
+            assert owner == "0", "tables have no owner"
+        elif section == "TABLES":
+            assert owner == table, f"{kind} {fields.get(2)} not owned by its table"
+        elif section == "OBJECTS":
+            handle = fields[5]
+            assert owner == dictionary_of.get(handle, "0"), f"{kind} {handle} not owned by its dictionary"
+        else:
+            if kind == "BLOCK":
+                block_owner = block_records[fields[2]]
+            expected = insert if kind in ("ATTRIB", "SEQEND") else block_owner
+            assert owner == expected, f"{kind} {fields[5]} owned by {owner}, not {expected}"
+            if kind == "INSERT":
+                insert = fields[5]
+
+
+def check_raw_structure(path):
+    """Handles unique, every reference resolves, $HANDSEED above all handles,
+    every entity and object has a handle, sections in the usual order."""
+    tags = read_tags(path)
+    assert tags[-1] == (0, "EOF")
+    sections = [tags[i + 1][1] for i, tag in enumerate(tags) if tag == (0, "SECTION")]
+    assert sections == ["HEADER", "CLASSES", "TABLES", "BLOCKS", "ENTITIES", "OBJECTS"], sections
+
+    section = None
+    handles = []
+    references = []
+    handseed = None
+    for i, (code, value) in enumerate(tags):
+        if code == 0 and value == "SECTION":
+            section = tags[i + 1][1]
+            continue
+        if section == "HEADER":
+            if (code, value) == (9, "$HANDSEED"):
+                handseed = int(tags[i + 1][1], 16)
+            continue
+        if section == "CLASSES":
+            continue
+        if code == 0 and value not in ("ENDSEC", "ENDTAB", "EOF"):
+            handle_at = i + 2 if value == "TABLE" else i + 1  # a table names itself first
+            assert tags[handle_at][0] in (5, 105), f"{value} at tag {i} has no handle"
+        if code in (5, 105):
+            handles.append(value)
+        elif code in (330, 340, 350, 360, 390):
+            references.append((code, value))
+    assert len(handles) == len(set(handles)), "duplicate handles"
+    known = set(handles)
+    dangling = [ref for ref in references if ref[1] != "0" and ref[1] not in known]
+    assert not dangling, f"references to missing objects: {dangling[:5]}"
+    assert handseed is not None and handseed > max(int(h, 16) for h in handles), "$HANDSEED too small"
+    check_owners(tags)
+
+
+# ---- reading with ezdxf -------------------------------------------------------
+
+def read_and_audit(path):
+    doc = ezdxf.readfile(str(path))
+    auditor = doc.audit()
+    assert not auditor.has_errors, [e.message for e in auditor.errors[:5]]
+    assert not auditor.has_fixes, [e.message for e in auditor.fixes[:5]]
+    return doc
+
+
+def query(msp, dxftype, layer):
+    return [e for e in msp if e.dxftype() == dxftype and e.dxf.layer == layer]
+
+
+def room_tags(msp):
+    """{name: (category, description, insertion point)} from ROOMTAG inserts."""
+    tags = {}
+    for insert in msp.query("INSERT[name=='ROOMTAG']"):
+        assert insert.dxf.layer == "RoomTags"
+        values = {attrib.dxf.tag: attrib.dxf.text for attrib in insert.attribs}
+        assert len(insert.attribs) == 3 and set(values) == {"NAME", "CATEGORY", "DESCRIPTION"}, values
+        assert values["NAME"] not in tags, f"duplicate room name {values['NAME']}"
+        assert values["CATEGORY"] in CATEGORIES, values
+        tags[values["NAME"]] = (values["CATEGORY"], values["DESCRIPTION"], insert.dxf.insert)
+    return tags
+
+
+def contours(msp):
+    polygons = []
+    for polyline in query(msp, "LWPOLYLINE", "RoomContours"):
+        assert polyline.closed, "open room contour"
+        points = list(polyline.get_points("xyb"))
+        assert all(b == 0 for _, _, b in points), "room contour with a bulge"
+        polygons.append([(x, y) for x, y, _ in points])
+    return polygons
+
+
+def check_room_counts(msp, rooms, storeys=1):
+    """Every room has a contour, a tag with three attributes and three texts
+    that agree with it, and a door unless it is a corridor; names are unique
+    and numbered per storey. Returns the room tags."""
+    tags = room_tags(msp)
+    assert len(tags) == rooms * storeys, (len(tags), rooms * storeys)
+    assert len(contours(msp)) == rooms * storeys
+    names = set(tags)
+    for layer, field in (("RoomNames", None), ("RoomTypes", 0), ("RoomDescriptions", 1)):
+        texts = Counter(t.dxf.text for t in query(msp, "TEXT", layer))
+        expected = Counter(names) if field is None else Counter(v[field] for v in tags.values())
+        assert texts == expected, f"texts on {layer} do not match the room tags"
+    pattern = re.compile(r"(\d+)\.(\d+)$")
+    per_storey = Counter(int(pattern.match(name).group(1)) for name in names)
+    assert per_storey == {s: rooms for s in range(1, storeys + 1)}, "room names do not count up per storey"
+    corridors = sum(1 for v in tags.values() if v[1] == "Main corridor")
+    assert len(msp.query("INSERT[name=='DOOR']")) == rooms * storeys - corridors, "one door per room expected"
+    return tags
+
+
+# ---- plane geometry ------------------------------------------------------------
+
+def inside(point, polygon):
+    """Strictly inside by ray casting (points on the boundary are not expected)."""
+    x, y = point[0], point[1]
+    result = False
+    for (x1, y1), (x2, y2) in zip(polygon, polygon[1:] + polygon[:1]):
+        if (y1 > y) != (y2 > y) and x < x1 + (y - y1) * (x2 - x1) / (y2 - y1):
+            result = not result
+    return result
+
+
+def bounds(polygon):
+    xs = [p[0] for p in polygon]
+    ys = [p[1] for p in polygon]
+    return min(xs), min(ys), max(xs), max(ys)
+
+
+def boxes_meet(a, b):
+    return a[0] < b[2] and b[0] < a[2] and a[1] < b[3] and b[1] < a[3]
+
+
+def overlapping_pairs(polygons):
+    boxes = [bounds(p) for p in polygons]
+    pairs = set()
+    for i, a in enumerate(polygons):
+        for j in range(i + 1, len(polygons)):
+            if not boxes_meet(boxes[i], boxes[j]):
+                continue
+            b = polygons[j]
+            if any(inside(p, a) for p in b) or any(inside(p, b) for p in a):
+                pairs.add((i, j))
+    return pairs
+
+
+def on_segment(point, a, b, tolerance=1e-6):
+    cross = (b[0] - a[0]) * (point[1] - a[1]) - (b[1] - a[1]) * (point[0] - a[0])
+    within = min(a[0], b[0]) - tolerance <= point[0] <= max(a[0], b[0]) + tolerance and \
+        min(a[1], b[1]) - tolerance <= point[1] <= max(a[1], b[1]) + tolerance
+    return within and abs(cross) <= tolerance * math.dist(a, b)
+
+
+def same_segment(p, q, a, b, tolerance=1e-3):
+    def near(u, v):
+        return math.dist(u, v) <= tolerance
+    return (near(p, a) and near(q, b)) or (near(p, b) and near(q, a))
+
+
+def containing(point, polygons):
+    return [i for i, polygon in enumerate(polygons) if inside(point, polygon)]
+
+
+# ---- checks ---------------------------------------------------------------------
+
+def check_sample_floor():
+    """24 rooms: valid and complete drawing, every annotation in its room,
+    doors opening into rooms, deterministic and equal to the bundled sample."""
+    path = generate("sample.dxf", "--rooms", "24", "--seed", "1")
+    check_raw_structure(path)
+    doc = read_and_audit(path)
+    msp = doc.modelspace()
+    header = doc.header
+    assert header["$ACADVER"] == "AC1032" and header["$INSUNITS"] == 4
+    assert header["$DWGCODEPAGE"] == "ANSI_1252"
+
+    tags = check_room_counts(msp, 24)
+    rooms = contours(msp)
+    assert all(len(p) in (4, 6) for p in rooms) and any(len(p) == 6 for p in rooms), "L-shaped rooms expected"
+    assert not overlapping_pairs(rooms), "room contours overlap"
+    for p in rooms:
+        for (x1, y1), (x2, y2) in zip(p, p[1:] + p[:1]):
+            assert x1 == x2 or y1 == y2, "contour edge not axis-parallel"
+
+    # Tag, name, category and description of a room all lie in the same contour.
+    texts = {layer: {} for layer in ("RoomNames", "RoomTypes", "RoomDescriptions")}
+    for layer in texts:
+        for text in query(msp, "TEXT", layer):
+            texts[layer].setdefault(text.dxf.text, []).append(text.dxf.align_point)
+    for name, (category, description, tag_point) in tags.items():
+        home = containing(tag_point, rooms)
+        assert len(home) == 1, f"tag of {name} not in exactly one room"
+        room = rooms[home[0]]
+        if len(room) == 4 and description != "Main corridor":  # rows run along x
+            assert 3000 <= bounds(room)[2] - bounds(room)[0] <= 8000, f"{name} is not 3 to 8 m wide"
+        for layer, value in (("RoomNames", name), ("RoomTypes", category), ("RoomDescriptions", description)):
+            assert any(containing(p, rooms) == home for p in texts[layer][value]), f"{layer} of {name} outside"
+
+    # The open leaf of every door stands in a room, never in a corridor.
+    corridor_rooms = {containing(v[2], rooms)[0] for v in tags.values() if v[1] == "Main corridor"}
+    for door in msp.query("INSERT[name=='DOOR']"):
+        angle = math.radians(door.dxf.rotation)
+        half_leaf = 500.0 * door.dxf.xscale
+        leaf_middle = (door.dxf.insert.x - math.sin(angle) * half_leaf, door.dxf.insert.y + math.cos(angle) * half_leaf)
+        home = containing(leaf_middle, rooms)
+        assert len(home) == 1 and home[0] not in corridor_rooms, "door does not open into a room"
+    # Walls leave a gap where each door is, closed by jambs across the wall.
+    walls = [(w.dxf.start.vec2, w.dxf.end.vec2) for w in query(msp, "LINE", "Walls")]
+    for door in msp.query("INSERT[name=='DOOR']"):
+        angle = math.radians(door.dxf.rotation)
+        along = (math.cos(angle), math.sin(angle))  # the closed door, from the hinge
+        into = (-math.sin(angle), math.cos(angle))  # into the room
+        hinge, width = door.dxf.insert, 1000.0 * door.dxf.xscale
+        for depth in (0.0, -WALL):  # room face and corridor face
+            gap = (hinge.x + along[0] * width / 2 + into[0] * depth, hinge.y + along[1] * width / 2 + into[1] * depth)
+            assert not any(on_segment(gap, a, b) for a, b in walls), "wall drawn across a door"
+        for offset in (0.0, width):
+            start = (hinge.x + along[0] * offset, hinge.y + along[1] * offset)
+            end = (start[0] - into[0] * WALL, start[1] - into[1] * WALL)
+            assert any(same_segment(start, end, a, b) for a, b in walls), "door opening without jamb"
+    assert {e.dxftype() for e in doc.blocks["DOOR"]} == {"LINE", "ARC"}
+    assert {e.dxf.tag for e in doc.blocks["ROOMTAG"].query("ATTDEF")} == {"NAME", "CATEGORY", "DESCRIPTION"}
+
+    outline = query(msp, "LWPOLYLINE", "FloorArea")
+    assert len(outline) == 1 and outline[0].closed
+    floor = [(x, y) for x, y in outline[0].get_points("xy")]
+    assert all(inside(point, floor) for p in rooms for point in p), "room outside the floor outline"
+
+    hatches = msp.query("HATCH")
+    solid = [h for h in hatches if h.dxf.solid_fill]
+    pattern = [h for h in hatches if not h.dxf.solid_fill]
+    assert len(solid) == 1 and type(solid[0].paths[0]).__name__ == "PolylinePath"
+    assert len(pattern) == 1 and pattern[0].dxf.pattern_name == "ANSI31"
+    edge_types = {type(edge).__name__ for edge in pattern[0].paths[0].edges}
+    assert edge_types == {"LineEdge", "ArcEdge"}, edge_types
+    assert len(pattern[0].pattern.lines) == 1
+
+    dimensions = msp.query("DIMENSION")
+    assert len(dimensions) == 1
+    block = doc.blocks[dimensions[0].dxf.geometry]
+    content = Counter(e.dxftype() for e in block)
+    assert content["LINE"] >= 3 and content["SOLID"] == 2 and content["MTEXT"] == 1, content
+    floor_box = bounds(floor)
+    measured = block.query("MTEXT")[0].text
+    assert int(measured) == round(floor_box[2] - floor_box[0]) == round(dimensions[0].get_measurement())
+    titles = msp.query("MTEXT")
+    assert len(titles) == 1 and "\\P" in titles[0].text and titles[0].dxf.color not in (0, 256)
+
+    layers = doc.layers
+    assert layers.get("RoomTags").has_dxf_attrib("true_color")
+    assert layers.get("Walls").dxf.lineweight == 50
+    drawing_layers = [layer for layer in layers if layer.dxf.name not in ("0", "Defpoints")]
+    assert len({layer.dxf.color for layer in drawing_layers}) == len(drawing_layers), "layer colours repeat"
+
+    extents = bbox.extents(msp)
+    low, high = header["$EXTMIN"], header["$EXTMAX"]
+    for axis in (0, 1):
+        assert low[axis] - 1 <= extents.extmin[axis] <= low[axis] + 500, ("$EXTMIN", low, extents.extmin)
+        assert high[axis] - 500 <= extents.extmax[axis] <= high[axis] + 1, ("$EXTMAX", high, extents.extmax)
+
+    data = path.read_bytes()
+    assert generate("again.dxf", "--rooms", "24", "--seed", "1").read_bytes() == data, "not deterministic"
+    assert generate("other.dxf", "--rooms", "24", "--seed", "2").read_bytes() != data, "seed has no effect"
+    assert SAMPLE.read_bytes() == data, f"{SAMPLE} is not the output of --rooms 24 --seed 1"
+
+
+def check_large_floor():
+    """2000 rooms on one storey: valid, with every room tagged and labelled."""
+    path = generate("large.dxf", "--rooms", "2000", "--seed", "7")
+    check_raw_structure(path)
+    check_room_counts(read_and_audit(path).modelspace(), 2000)
+
+
+def check_overlap():
+    """--overlap 0.2 enlarges exactly 20 % of the contours into neighbours and
+    changes nothing else."""
+    plain_path = generate("plain.dxf", "--rooms", "200", "--seed", "5")
+    overlap_path = generate("overlap.dxf", "--rooms", "200", "--seed", "5", "--overlap", "0.2")
+    check_raw_structure(overlap_path)
+    plain = contours(read_and_audit(plain_path).modelspace())
+    msp = read_and_audit(overlap_path).modelspace()
+    check_room_counts(msp, 200)
+    enlarged = contours(msp)
+    changed = {i for i, (a, b) in enumerate(zip(plain, enlarged)) if a != b}
+    assert len(changed) == 40, len(changed)
+    assert not overlapping_pairs(plain), "contours overlap without --overlap"
+    pairs = overlapping_pairs(enlarged)
+    assert all(i in changed or j in changed for i, j in pairs), "an unchanged pair overlaps"
+    for i in changed:
+        a, b = bounds(plain[i]), bounds(enlarged[i])
+        assert b[0] <= a[0] and b[1] <= a[1] and b[2] >= a[2] and b[3] >= a[3], "contour not enlarged"
+        assert any(i in pair for pair in pairs), "enlarged contour overlaps nothing"
+    assert records_without_contours(plain_path) == records_without_contours(overlap_path), \
+        "overlap changed more than contours"
+
+
+def check_target_size():
+    """--target-mb adds storeys with their own room names until the file is
+    big enough; standard output gets the same bytes."""
+    path = generate("target.dxf", "--target-mb", "1", "--seed", "3")
+    size = path.stat().st_size
+    single = generate("single.dxf", "--seed", "3").stat().st_size
+    assert MIB <= size < MIB + 2 * single, size
+    check_raw_structure(path)
+    msp = read_and_audit(path).modelspace()
+    storeys = len(query(msp, "LWPOLYLINE", "FloorArea"))
+    assert storeys > 1
+    check_room_counts(msp, 24, storeys)
+    outlines = [bounds(list(p.get_points("xy"))) for p in query(msp, "LWPOLYLINE", "FloorArea")]
+    doc_header = msp.doc.header
+    assert doc_header["$EXTMIN"][0] == min(b[0] for b in outlines), "$EXTMIN misses a storey"
+    assert doc_header["$EXTMAX"][0] == max(b[2] for b in outlines), "$EXTMAX misses a storey"
+    to_stdout = subprocess.run([str(binary), "--target-mb", "1", "--seed", "3"], capture_output=True)
+    assert to_stdout.returncode == 0 and to_stdout.stdout == path.read_bytes(), "standard output differs"
+
+
+def check_output_files():
+    """Bad options and failed writes exit non-zero and leave no file behind;
+    a symbolic link is written through and a pipe is written directly."""
+    work = temp_dir / "outputs"
+    shutil.rmtree(work, ignore_errors=True)  # left from an earlier run
+    work.mkdir()
+    for args in (["--rooms", "2"], ["--overlap", "1.5"], ["--rooms", "12x"], ["--bogus", "1"]):
+        run = subprocess.run([str(binary), *args, "-o", str(work / "bad.dxf")], capture_output=True, text=True)
+        assert run.returncode == 2 and "usage:" in run.stderr, (args, run.returncode)
+    missing = subprocess.run([str(binary), "-o", str(work / "no" / "such" / "dir.dxf")], capture_output=True)
+    assert missing.returncode == 1
+    # Renaming onto a directory fails after the whole drawing was written.
+    (work / "occupied").mkdir()
+    blocked = subprocess.run([str(binary), "-o", str(work / "occupied")], capture_output=True)
+    assert blocked.returncode == 1 and (work / "occupied").is_dir()
+    leftovers = sorted(p.name for p in work.iterdir() if p.name != "occupied")
+    assert not leftovers, f"files left behind: {leftovers}"
+
+    expected = subprocess.run([str(binary)], capture_output=True, check=True).stdout
+    target, link = work / "target.dxf", work / "link.dxf"
+    target.write_text("old")
+    link.symlink_to(target.name)
+    subprocess.run([str(binary), "-o", str(link)], check=True)
+    assert link.is_symlink() and target.read_bytes() == expected, "symbolic link not written through"
+
+    pipe = work / "pipe"
+    os.mkfifo(pipe)
+    received = []
+    reader = threading.Thread(target=lambda: received.append(pipe.read_bytes()), daemon=True)
+    reader.start()
+    writer = subprocess.run([str(binary), "-o", str(pipe)], capture_output=True, timeout=60)
+    reader.join(timeout=60)
+    assert writer.returncode == 0 and received == [expected] and stat.S_ISFIFO(pipe.stat().st_mode), \
+        "pipe not written directly"
+
+
+CHECKS = [check_sample_floor, check_large_floor, check_overlap, check_target_size, check_output_files]
+
+passed = failed = 0
+for check in CHECKS:
+    try:
+        check()
+    except Exception:  # report every failing check, not just the first
+        failed += 1
+        print(f"FAIL {check.__name__}")
+        traceback.print_exc(file=sys.stdout)
+    else:
+        passed += 1
+        print(f"ok   {check.__name__}")
+print(f"{passed} passed, {failed} failed")
+sys.exit(1 if failed else 0)
