@@ -26,7 +26,8 @@ std::vector<std::string_view> Types(const Document& doc) {
   return types;
 }
 
-const Tag kCircle[] = {{0, "CIRCLE"}, {8, "Walls"}, {10, "5.0"}, {20, "6.0"}, {30, "0.0"}, {40, "2.5"}};
+const Tag kCircle[] = {{0, "CIRCLE"}, {8, "Walls"}, {10, "5.0"},
+                       {20, "6.0"},   {30, "0.0"},  {40, "2.5"}};
 
 // Replaces the LINE's layer, inserts a CIRCLE after it and a POINT before it (erasing a first
 // POINT again), then writes, reads back and compares.
@@ -60,10 +61,12 @@ void EditAndCheck(const std::string& file, std::string_view expected_circle_text
   const std::vector<Tag> expected = AllTags(*doc);
   std::string where;
   EXPECT_TRUE(testing::SameTags(expected, AllTags(*reread), &where)) << where;
-  for (size_t i = 0; i < expected.size(); ++i) EXPECT_EQ(expected[i].value, AllTags(*reread)[i].value);
+  for (size_t i = 0; i < expected.size(); ++i)
+    EXPECT_EQ(expected[i].value, AllTags(*reread)[i].value);
   // Unmodified records keep their bytes: the HEADER section comes out as it went in.
   const RecordId header = FindSection(*reread, "HEADER").section;
-  EXPECT_EQ(reread->original_bytes(header), doc->original_bytes(FindSection(*doc, "HEADER").section));
+  EXPECT_EQ(reread->original_bytes(header),
+            doc->original_bytes(FindSection(*doc, "HEADER").section));
 }
 
 TEST(Edit, ReplaceInsertEraseAreWrittenInTheFilesStyle) {
@@ -73,7 +76,8 @@ TEST(Edit, ReplaceInsertEraseAreWrittenInTheFilesStyle) {
 }
 
 TEST(Edit, BinaryDocumentsTakeEditsToo) {
-  const std::unique_ptr<Document> ascii = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "a");
+  const std::unique_ptr<Document> ascii =
+      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "a");
   ASSERT_TRUE(ascii);
   std::string binary;
   ASSERT_TRUE(WriteTo(*ascii, &binary, Encoding::kBinary).ok());
@@ -93,7 +97,8 @@ TEST(Edit, BinaryDocumentsTakeEditsToo) {
 }
 
 TEST(Edit, TagsOfTheDocumentItselfCanBePassedBack) {
-  const std::unique_ptr<Document> doc = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+  const std::unique_ptr<Document> doc =
+      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
   ASSERT_TRUE(doc);
   const RecordId line = FindType(*doc, "LINE");
   const std::string_view layer_before = doc->tags(line)[2].value;
@@ -107,7 +112,8 @@ TEST(Edit, TagsOfTheDocumentItselfCanBePassedBack) {
 }
 
 TEST(Edit, InvalidEditsChangeNothing) {
-  const std::unique_ptr<Document> doc = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+  const std::unique_ptr<Document> doc =
+      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
   ASSERT_TRUE(doc);
   const RecordId line = FindType(*doc, "LINE");
   const size_t records = doc->record_count();

@@ -14,7 +14,8 @@ using testing::ReadFileBytes;
 using testing::TestDataPath;
 
 TEST(Sections, FindSectionGivesTheContentRange) {
-  const std::unique_ptr<Document> doc = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+  const std::unique_ptr<Document> doc =
+      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
   ASSERT_TRUE(doc);
   const SectionRange header = FindSection(*doc, "HEADER");
   ASSERT_TRUE(header.found());
@@ -43,7 +44,8 @@ TEST(Sections, AMissingEndsecEndsAtTheNextSectionOrTheEnd) {
 }
 
 TEST(HeaderVariables, GetReadsTheValueTags) {
-  const std::unique_ptr<Document> doc = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+  const std::unique_ptr<Document> doc =
+      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
   ASSERT_TRUE(doc);
   EXPECT_EQ(GetHeaderValue(*doc, "$ACADVER"), "AC1015");
   EXPECT_EQ(GetHeaderValue(*doc, "$INSUNITS"), "6");
@@ -54,7 +56,8 @@ TEST(HeaderVariables, GetReadsTheValueTags) {
 }
 
 TEST(HeaderVariables, SetReplacesOrAddsAndIsWritten) {
-  const std::unique_ptr<Document> doc = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+  const std::unique_ptr<Document> doc =
+      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
   ASSERT_TRUE(doc);
   const Tag units[] = {{70, "4"}};
   const Tag seed[] = {{5, "20000"}};
@@ -81,8 +84,8 @@ TEST(HeaderVariables, SetReplacesOrAddsAndIsWritten) {
 }
 
 TEST(HeaderVariables, SetCreatesAHeaderSectionWhenThereIsNone) {
-  const std::unique_ptr<Document> doc = ParseOrFail(
-      "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n", "no_header.dxf");
+  const std::unique_ptr<Document> doc =
+      ParseOrFail("0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n", "no_header.dxf");
   ASSERT_TRUE(doc);
   const Tag version[] = {{1, "AC1009"}};
   ASSERT_TRUE(SetHeaderVariable(*doc, "$ACADVER", version));

@@ -70,7 +70,8 @@ std::string BinaryTag(int code, std::string_view value) {
 }
 
 TEST(MalformedInput, BinaryDamageIsRejectedWithItsOffset) {
-  const std::string start = std::string(kBinarySentinel) + BinaryTag(0, std::string("SECTION\0", 8)) +
+  const std::string start = std::string(kBinarySentinel) +
+                            BinaryTag(0, std::string("SECTION\0", 8)) +
                             BinaryTag(2, std::string("ENTITIES\0", 9));  // 43 bytes
   const struct {
     std::string bytes;
@@ -100,7 +101,8 @@ struct ToleratedFile {
 constexpr ToleratedFile kToleratedFiles[] = {
     {"minimal.dxf", ""},
     {"missing_eof.dxf", "missing_eof.dxf:43: missing EOF record at end of file"},
-    {"missing_eof_blank_lines.dxf", "missing_eof_blank_lines.dxf:43: missing EOF record at end of file"},
+    {"missing_eof_blank_lines.dxf",
+     "missing_eof_blank_lines.dxf:43: missing EOF record at end of file"},
     {"trailing_blank_lines.dxf", ""},
     {"leading_comment.dxf", ""},
     {"unpadded_lf.dxf", ""},

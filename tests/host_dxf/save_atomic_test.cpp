@@ -59,7 +59,8 @@ TEST(SaveAtomic, AFailedSaveLeavesTheTargetAndNoTemporaryFile) {
   const std::string directory = MakeScratchDirectory();
   const std::string target = directory + "/plan.dxf";
   WriteFile(target, "old");
-  const std::unique_ptr<Document> doc = ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m.dxf");
+  const std::unique_ptr<Document> doc =
+      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m.dxf");
   ASSERT_TRUE(doc);
   RecordId line = doc->first();
   while (doc->type(line) != "LINE") line = doc->next(line);

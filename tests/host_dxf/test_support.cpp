@@ -26,7 +26,8 @@ bool SameHex(std::string_view a, std::string_view b) {
   a = TrimBlanks(a);
   b = TrimBlanks(b);
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    return std::toupper(static_cast<unsigned char>(x)) == std::toupper(static_cast<unsigned char>(y));
+    return std::toupper(static_cast<unsigned char>(x)) ==
+           std::toupper(static_cast<unsigned char>(y));
   });
 }
 
@@ -44,7 +45,8 @@ std::vector<std::string> CorpusFiles() {
   std::error_code error;
   if (!std::filesystem::is_directory(root, error)) return files;
   for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
-    if (entry.is_regular_file() && HasDxfExtension(entry.path())) files.push_back(entry.path().string());
+    if (entry.is_regular_file() && HasDxfExtension(entry.path()))
+      files.push_back(entry.path().string());
   }
   std::sort(files.begin(), files.end());
   return files;

@@ -38,9 +38,9 @@ TEST(TextCodec, CodePagesRoundTripWithUnicodeEscapes) {
 
 TEST(TextCodec, DecodingNeverFailsAndLeavesOtherBackslashesAlone) {
   const TextCodec cp1252 = Page("ANSI_1252");
-  EXPECT_EQ(cp1252.Decode("a\x81z"), "a\uFFFDz");                         // undefined in 1252
+  EXPECT_EQ(cp1252.Decode("a\x81z"), "a\uFFFDz");                             // undefined in 1252
   EXPECT_EQ(cp1252.Decode("\\P\\U+00e9\\U+12\\U+DC00"), "\\Pé\\U+12\uFFFD");  // MTEXT codes stay
-  EXPECT_EQ(Page("ANSI_936").Decode("\xB7"), "\uFFFD");                   // cut-off double byte
+  EXPECT_EQ(Page("ANSI_936").Decode("\xB7"), "\uFFFD");                       // cut-off double byte
   EXPECT_EQ(cp1252.Decode("\\M+5B7BF\\M+9ZZZZ"), "房\\M+9ZZZZ");
 
   const TextCodec utf8 = TextCodec::Utf8();

@@ -75,7 +75,7 @@ struct ScanResult {
   size_t record_count = 0;
   const char* tail = nullptr;  // the first byte after the last tag read
   bool saw_eof = false;
-  int64_t end_line = 0;        // the line after the last tag read
+  int64_t end_line = 0;  // the line after the last tag read
 };
 
 // The tag loop: appends one Tag per code/value line pair until the EOF record, the end of
@@ -100,10 +100,10 @@ class TagScanner {
         return Fail(line, "invalid group code '" + QuoteForMessage(code_line) + "'", error);
       }
       if (code_newline == nullptr || code_newline + 1 == end_) {
-        return Fail(line,
-                    "unexpected end of file: group code " + std::to_string(code) +
-                        " has no value line",
-                    error);
+        return Fail(
+            line,
+            "unexpected end of file: group code " + std::to_string(code) + " has no value line",
+            error);
       }
       const char* value_begin = code_newline + 1;
       const char* value_newline = Find('\n', value_begin);
@@ -236,8 +236,8 @@ bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink) {
 
   const char* first_newline =
       static_cast<const char*>(std::memchr(body_begin, '\n', bytes.size() - doc.head_size_));
-  doc.ascii_style_.crlf = first_newline != nullptr && first_newline > body_begin &&
-                          first_newline[-1] == '\r';
+  doc.ascii_style_.crlf =
+      first_newline != nullptr && first_newline > body_begin && first_newline[-1] == '\r';
   doc.ascii_style_.padded_codes = bytes[doc.records_.front().original_begin] == ' ';
   return true;
 }

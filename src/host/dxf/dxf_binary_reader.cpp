@@ -84,7 +84,8 @@ class BinaryCursor {
       case GroupValueType::kHandle: {
         const void* nul = std::memchr(bytes_.data() + pos_, '\0', bytes_.size() - pos_);
         if (nul == nullptr) return false;
-        const size_t size = static_cast<size_t>(static_cast<const char*>(nul) - bytes_.data()) - pos_;
+        const size_t size =
+            static_cast<size_t>(static_cast<const char*>(nul) - bytes_.data()) - pos_;
         *raw = bytes_.substr(pos_, size);
         pos_ += size + 1;
         return true;
@@ -113,45 +114,47 @@ class BinaryCursor {
   bool two_byte_codes_;
 };
 
+std::string_view HexText(std::string_view bytes, Arena& arena) {
+  static constexpr char kHex[] = "0123456789ABCDEF";
+  std::string hex;
+  hex.reserve(bytes.size() * 2);
+  for (const char c : bytes) {
+    hex.push_back(kHex[static_cast<uint8_t>(c) >> 4]);
+    hex.push_back(kHex[static_cast<uint8_t>(c) & 0xF]);
+  }
+  return arena.Store(hex);
+}
+
 // The text form of a binary value, in `arena` unless it is a string of the file itself.
 std::string_view ValueText(const RawTag& tag, Arena& arena) {
-  char text[kMaxFormattedDoubleSize + 8];
-  const auto integer_text = [&](int64_t value) {
-    const auto [end, ec] = std::to_chars(text, text + sizeof text, value);
-    (void)ec;
-    return arena.Store(std::string_view(text, static_cast<size_t>(end - text)));
-  };
-  const uint64_t bits = tag.type == GroupValueType::kBinaryChunk ? 0 : LittleEndian(tag.raw);
   switch (tag.type) {
-    case GroupValueType::kDouble: {
-      char formatted[kMaxFormattedDoubleSize];
-      return arena.Store(std::string_view(formatted, FormatDoubleTo(std::bit_cast<double>(bits), formatted)));
-    }
-    case GroupValueType::kInt16:
-      return integer_text(static_cast<int16_t>(bits));
-    case GroupValueType::kInt32:
-      return integer_text(static_cast<int32_t>(bits));
-    case GroupValueType::kInt64:
-      return integer_text(static_cast<int64_t>(bits));
-    case GroupValueType::kBool:
-      return integer_text(static_cast<int64_t>(bits));
-    case GroupValueType::kBinaryChunk: {
-      static constexpr char kHex[] = "0123456789ABCDEF";
-      std::string hex;
-      hex.reserve(tag.raw.size() * 2);
-      for (const char c : tag.raw) {
-        hex.push_back(kHex[static_cast<uint8_t>(c) >> 4]);
-        hex.push_back(kHex[static_cast<uint8_t>(c) & 0xF]);
-      }
-      return arena.Store(hex);
-    }
     case GroupValueType::kString:
       return NeedsCaretEncoding(tag.raw) ? arena.Store(CaretEncode(tag.raw)) : tag.raw;
     case GroupValueType::kHandle:
     case GroupValueType::kUnknown:
+      return tag.raw;
+    case GroupValueType::kBinaryChunk:
+      return HexText(tag.raw, arena);
+    case GroupValueType::kDouble: {
+      char text[kMaxFormattedDoubleSize];
+      const size_t size = FormatDoubleTo(std::bit_cast<double>(LittleEndian(tag.raw)), text);
+      return arena.Store(std::string_view(text, size));
+    }
+    case GroupValueType::kInt16:
+    case GroupValueType::kInt32:
+    case GroupValueType::kInt64:
+    case GroupValueType::kBool:
       break;
   }
-  return tag.raw;
+  // Sign-extend from the value's width; bool bytes are unsigned.
+  const uint64_t bits = LittleEndian(tag.raw);
+  const int64_t value = tag.type == GroupValueType::kInt16   ? static_cast<int16_t>(bits)
+                        : tag.type == GroupValueType::kInt32 ? static_cast<int32_t>(bits)
+                                                             : static_cast<int64_t>(bits);
+  char text[24];
+  const auto [end, ec] = std::to_chars(text, text + sizeof text, value);
+  (void)ec;  // 24 characters hold every int64
+  return arena.Store(std::string_view(text, static_cast<size_t>(end - text)));
 }
 
 // A file opens with 0/SECTION or a 999 comment. With two-byte codes those read 00 00 "SECTION"
@@ -172,8 +175,8 @@ struct Survey {
 bool SurveyTags(std::string_view bytes, size_t start, bool two_byte_codes, Survey* survey,
                 std::string* failure) {
   const auto not_dxf = [failure](size_t offset) {
-    *failure = BinaryCursor::Where(offset) +
-               "not a DXF file: expected a 0/SECTION tag or a 999 comment";
+    *failure =
+        BinaryCursor::Where(offset) + "not a DXF file: expected a 0/SECTION tag or a 999 comment";
     return false;
   };
   BinaryCursor cursor(bytes, start, two_byte_codes);

@@ -49,8 +49,8 @@ std::unique_ptr<Document> Document::Parse(std::string bytes, std::string_view na
   const bool binary = IsBinaryDxf(bytes);
   std::unique_ptr<Document> doc(new Document(std::move(bytes), name_for_messages,
                                              binary ? Encoding::kBinary : Encoding::kAscii));
-  const bool read = binary ? BinaryReader::Read(*doc, error, sink)
-                           : AsciiReader::Read(*doc, error, sink);
+  const bool read =
+      binary ? BinaryReader::Read(*doc, error, sink) : AsciiReader::Read(*doc, error, sink);
   if (!read) return nullptr;
   doc->UpdateFromHeader(sink);
   return doc;

@@ -30,20 +30,24 @@ struct AsciiStyle {
 // section (0 SECTION / 2 HEADER / 9 $ACADVER / ...), EOF. Besides the records a document keeps
 //   head:     the bytes before the first tag (the binary sentinel, or a UTF-8 byte order mark),
 //   prologue: the 999 comment tags before the first record,
-//   tail:     every byte after the EOF record, verbatim (or trailing blank lines if EOF is missing),
+//   tail:     every byte after the EOF record, verbatim (or trailing blank lines if EOF is
+//   missing),
 // so that writing an unmodified document reproduces the file byte for byte.
 //
 // Tag values of records that were not edited are views into the loaded file's bytes, or into
 // the document's arena for decoded binary values. Every string view a document hands out
 // stays valid for the document's life; a span from tags() stays valid until the next edit.
-// Record ids are stable: erasing a record leaves the ids of the others unchanged.
+// Record ids are stable: erasing a record leaves the ids of the others unchanged, and an
+// erased record's next() still leads on, so a loop may erase the record it stands on.
 //
 // Accessors taking a RecordId expect a record of this document (live or erased); edits
 // ignore ids that are not, and report it in their result.
 class Document {
  public:
   // Reads the whole file. Returns nullptr and fills *error on failure; warnings about what was
-  // tolerated (a missing EOF record, an unknown code page) go to `sink` when given.
+  // tolerated (a missing EOF record, an unknown code page) go to `sink` when given. A value
+  // of a numeric group code that does not read as a number fails the load: the sink hears of
+  // each one as an error, *error names the first.
   static std::unique_ptr<Document> Load(const std::string& path, LoadError* error,
                                         DiagnosticSink* sink = nullptr);
   // The same from bytes in memory; `name_for_messages` stands for the file name in messages.

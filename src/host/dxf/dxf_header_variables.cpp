@@ -64,8 +64,10 @@ bool SetHeaderVariable(Document& doc, std::string_view name, std::span<const Tag
   const std::span<const Tag> old_tags = doc.tags(header);
   const VariableSpan variable = FindVariable(old_tags, name);
   tags.reserve(old_tags.size() + values.size() + 1);
-  tags.insert(tags.end(), old_tags.begin(), old_tags.begin() + static_cast<ptrdiff_t>(variable.name));
-  tags.push_back({kVariableNameCode, variable.name == old_tags.size() ? name : old_tags[variable.name].value});
+  tags.insert(tags.end(), old_tags.begin(),
+              old_tags.begin() + static_cast<ptrdiff_t>(variable.name));
+  tags.push_back(
+      {kVariableNameCode, variable.name == old_tags.size() ? name : old_tags[variable.name].value});
   tags.insert(tags.end(), values.begin(), values.end());
   tags.insert(tags.end(), old_tags.begin() + static_cast<ptrdiff_t>(variable.end), old_tags.end());
   return doc.ReplaceTags(header, tags);

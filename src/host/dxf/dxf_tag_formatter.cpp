@@ -25,8 +25,8 @@ int HexValue(char c) {
 }
 
 std::string Describe(const Tag& tag, std::string_view problem) {
-  return "group code " + std::to_string(tag.code) + " value '" + QuoteForMessage(tag.value) +
-         "' " + std::string(problem);
+  return "group code " + std::to_string(tag.code) + " value '" + QuoteForMessage(tag.value) + "' " +
+         std::string(problem);
 }
 
 // The range an integer type accepts: signed, or the same bits written unsigned.

@@ -18,7 +18,7 @@ struct MultiByteCodePage {
 };
 
 constexpr MultiByteCodePage kMultiBytePages[] = {
-    {"ANSI_932", "CP932", '1'}, {"ANSI_950", "CP950", '2'},  {"ANSI_949", "CP949", '3'},
+    {"ANSI_932", "CP932", '1'},  {"ANSI_950", "CP950", '2'}, {"ANSI_949", "CP949", '3'},
     {"ANSI_1361", "JOHAB", '4'}, {"ANSI_936", "CP936", '5'},
 };
 
@@ -27,7 +27,9 @@ constexpr std::string_view kDefaultCodePage = "ANSI_1252";
 bool EqualsIgnoringCase(std::string_view a, std::string_view b) {
   if (a.size() != b.size()) return false;
   for (size_t i = 0; i < a.size(); ++i) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    const auto lower = [](char c) {
+      return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    };
     if (lower(a[i]) != lower(b[i])) return false;
   }
   return true;

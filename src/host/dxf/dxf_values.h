@@ -15,9 +15,9 @@ namespace fx::dxf {
 // What a group code's value is, after the DXF reference's table of code ranges. It decides
 // how a value is stored in binary files and whether it must read as a number.
 enum class GroupValueType : uint8_t {
-  kUnknown,      // a code outside the known ranges: kept as text, has no binary form
+  kUnknown,  // a code outside the known ranges: kept as text, has no binary form
   kString,
-  kHandle,       // hexadecimal handle text; a string in binary files
+  kHandle,  // hexadecimal handle text; a string in binary files
   kDouble,
   kInt16,
   kInt32,

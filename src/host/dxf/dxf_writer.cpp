@@ -48,7 +48,8 @@ class OriginalRun {
 
 TagFormatter FormatterFor(const Document& doc, Encoding target) {
   if (target == Encoding::kAscii) {
-    return TagFormatter::Ascii(doc.encoding() == Encoding::kAscii ? doc.ascii_style() : AsciiStyle{});
+    return TagFormatter::Ascii(doc.encoding() == Encoding::kAscii ? doc.ascii_style()
+                                                                  : AsciiStyle{});
   }
   return TagFormatter::Binary(doc.encoding() == Encoding::kBinary
                                   ? doc.binary_two_byte_codes()
@@ -99,8 +100,8 @@ Status WriteTo(const Document& doc, ByteSink& sink, std::optional<Encoding> as_e
     }
     formatted.clear();
     if (!formatter.Append(doc.tags(id), &formatted, &failure)) {
-      return Status::Error(RecordPlace(doc, id) + "cannot write as " + EncodingName(target) +
-                           ": " + failure);
+      return Status::Error(RecordPlace(doc, id) + "cannot write as " + EncodingName(target) + ": " +
+                           failure);
     }
     if (!original.Flush() || !sink.Append(formatted)) return write_failed;
   }

@@ -49,7 +49,8 @@ struct SaveOptions {
 // Saves to `path` through a temporary file beside it (same directory): written, flushed to
 // disk, then renamed over the target, so that readers see the old file or the new one,
 // never a part. On any failure the temporary file is removed and the target is untouched.
-// An existing target's permission bits are kept.
+// An existing target's permission bits are kept; a symbolic link at `path` is replaced by
+// the file, not followed.
 Status SaveAtomic(const Document& doc, const std::string& path, const SaveOptions& options = {});
 
 }  // namespace fx::dxf
