@@ -1,0 +1,59 @@
+#include "host/dxf/console/active_view.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace fx::console {
+namespace {
+
+constexpr const char* kActiveViewport = "*ACTIVE";
+
+Acad::ErrorStatus ActiveViewportId(AcDbDatabase& database, AcDbObjectId& id) {
+  AcDbViewportTable* table = nullptr;
+  Acad::ErrorStatus status = database.getViewportTable(table, AcDb::kForRead);
+  if (status != Acad::eOk) return status;
+  status = table->getAt(kActiveViewport, id);
+  table->close();
+  return status;
+}
+
+}  // namespace
+
+View FitView(const View& current, const AcDbExtents& extents) {
+  double aspect = current.height > 0 && current.width > 0 ? current.width / current.height : 1.0;
+  if (!std::isfinite(aspect) || aspect <= 0) aspect = 1.0;
+  const AcGePoint3d& min = extents.minPoint();
+  const AcGePoint3d& max = extents.maxPoint();
+  View view;
+  view.center = AcGePoint2d((min.x + max.x) / 2, (min.y + max.y) / 2);
+  view.height = std::max(max.y - min.y, (max.x - min.x) / aspect);
+  if (!(view.height > 0)) view.height = current.height > 0 ? current.height : 1.0;
+  view.width = view.height * aspect;
+  return view;
+}
+
+Acad::ErrorStatus GetActiveView(AcDbDatabase& database, View& view) {
+  AcDbObjectId id;
+  Acad::ErrorStatus status = ActiveViewportId(database, id);
+  if (status != Acad::eOk) return status;
+  AcDbObjectPointer<AcDbViewportTableRecord> viewport(id, AcDb::kForRead);
+  if (viewport.openStatus() != Acad::eOk) return viewport.openStatus();
+  view = {viewport->centerPoint(), viewport->height(), viewport->width()};
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus ZoomActiveView(AcDbDatabase& database, const AcDbExtents& extents) {
+  AcDbObjectId id;
+  Acad::ErrorStatus status = ActiveViewportId(database, id);
+  if (status != Acad::eOk) return status;
+  AcDbObjectPointer<AcDbViewportTableRecord> viewport(id, AcDb::kForWrite);
+  if (viewport.openStatus() != Acad::eOk) return viewport.openStatus();
+  const View view =
+      FitView({viewport->centerPoint(), viewport->height(), viewport->width()}, extents);
+  status = viewport->setCenterPoint(view.center);
+  if (status == Acad::eOk) status = viewport->setHeight(view.height);
+  if (status == Acad::eOk) status = viewport->setWidth(view.width);
+  return status;
+}
+
+}  // namespace fx::console

@@ -1,0 +1,205 @@
+// Dialog models on the console (fx::ShowDialog, host/dialog.h): the title,
+// then each field as a prompt with its current value in angle brackets (an
+// empty answer keeps it), then the buttons as a keyword prompt whose default
+// is the first button. A refused value is explained and asked again; a
+// button that keeps the dialog open starts the fields over.
+//
+//   Text, Integer:  "\nLabel <value>: "
+//   Choice:         "\nLabel [Blocks/Texts] <Texts>: "   (keywords)
+//   Check:          "\nLabel [Yes/No] <Yes>: "
+//   List:           "\nLabel (? to list) <A,B>: "   items separated by
+//                   commas; "*" selects every item, "-" none, "?" lists them
+//
+// Text and list answers take the whole line (names may hold blanks); the
+// others end at a blank.
+#include <charconv>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/dialog.h"
+#include "host/dxf/console/command_runner.h"
+#include "host/dxf/console/keywords.h"
+
+namespace fx::console {
+namespace {
+
+std::string Keyword(std::string_view label) {
+  std::string keyword;
+  for (char c : label) {
+    if (c != '&' && c != ' ' && c != '\t') keyword += c;
+  }
+  return keyword;
+}
+
+std::string JoinKeywords(const std::vector<std::string>& labels, char separator) {
+  std::string joined;
+  for (const std::string& label : labels) {
+    if (!joined.empty()) joined += separator;
+    joined += Keyword(label);
+  }
+  return joined;
+}
+
+bool EqualNoCase(std::string_view a, std::string_view b) {
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i) {
+    if (std::tolower(static_cast<unsigned char>(a[i])) !=
+        std::tolower(static_cast<unsigned char>(b[i]))) {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::string Trim(std::string_view text) {
+  size_t start = text.find_first_not_of(" \t");
+  if (start == std::string_view::npos) return {};
+  size_t end = text.find_last_not_of(" \t");
+  return std::string(text.substr(start, end - start + 1));
+}
+
+std::string FieldPrompt(const DialogField& field) {
+  std::string prompt = "\n" + field.label;
+  switch (field.kind) {
+    case DialogField::kChoice: prompt += " [" + JoinKeywords(field.items, '/') + "]"; break;
+    case DialogField::kCheck: prompt += " [Yes/No]"; break;
+    case DialogField::kList: prompt += " (? to list)"; break;
+    case DialogField::kText:
+    case DialogField::kInteger: break;
+  }
+  if (!field.value.empty()) prompt += " <" + field.value + ">";
+  return prompt + ": ";
+}
+
+// The list value an answer selects, in the items' own spelling.
+std::optional<std::string> SelectItems(const DialogField& field, const std::string& answer,
+                                       std::string& error) {
+  if (answer == "-") return std::string();
+  std::string value;
+  auto add = [&value](const std::string& item) {
+    if (!value.empty()) value += ',';
+    value += item;
+  };
+  if (answer == "*") {
+    for (const std::string& item : field.items) add(item);
+    return value;
+  }
+  size_t start = 0;
+  while (start <= answer.size()) {
+    size_t comma = answer.find(',', start);
+    if (comma == std::string::npos) comma = answer.size();
+    std::string name = Trim(std::string_view(answer).substr(start, comma - start));
+    start = comma + 1;
+    if (name.empty()) continue;
+    auto it = std::find_if(field.items.begin(), field.items.end(),
+                           [&](const std::string& item) { return EqualNoCase(item, name); });
+    if (it == field.items.end()) {
+      error = "No item \"" + name + "\".";
+      return std::nullopt;
+    }
+    add(*it);
+  }
+  return value;
+}
+
+// The field's value for an answer, or nullopt with *error.
+std::optional<std::string> ValueFor(const DialogField& field, const std::string& answer,
+                                    std::string& error) {
+  switch (field.kind) {
+    case DialogField::kText: return answer;
+    case DialogField::kInteger: {
+      long long number = 0;
+      auto [end, failure] = std::from_chars(answer.data(), answer.data() + answer.size(), number);
+      if (failure == std::errc() && end == answer.data() + answer.size())
+        return std::to_string(number);
+      error = "Requires an integer value.";
+      return std::nullopt;
+    }
+    case DialogField::kChoice: {
+      std::optional<std::string> keyword =
+          KeywordList(JoinKeywords(field.items, ' ')).Match(answer);
+      for (const std::string& item : field.items) {
+        if (keyword && Keyword(item) == *keyword) return item;
+      }
+      error = "Invalid option keyword.";
+      return std::nullopt;
+    }
+    case DialogField::kCheck: {
+      std::optional<std::string> keyword = KeywordList("Yes No").Match(answer);
+      if (keyword) return keyword;
+      error = "Requires Yes or No.";
+      return std::nullopt;
+    }
+    case DialogField::kList: return SelectItems(field, answer, error);
+  }
+  return std::nullopt;
+}
+
+void ListItems(const DialogField& field) {
+  std::string text;
+  for (const std::string& item : field.items) text += "\n  " + item;
+  text += "\nSeparate items with commas; * selects every item, - none.";
+  CurrentRunner().console().Print(text);
+}
+
+// False when the input ran out.
+bool AskField(DialogModel& model, size_t index, const DialogField& field) {
+  CommandRunner& runner = CurrentRunner();
+  const bool line = field.kind == DialogField::kText || field.kind == DialogField::kList;
+  for (;;) {
+    std::string answer;
+    if (runner.ReadAnswer(FieldPrompt(field), line ? TokenEnd::kLineEnd : TokenEnd::kBlank,
+                          answer) != ReadStatus::kOk) {
+      return false;
+    }
+    if (answer.empty()) return true;
+    if (field.kind == DialogField::kList && answer == "?") {
+      ListItems(field);
+      continue;
+    }
+    std::string error;
+    std::optional<std::string> value = ValueFor(field, answer, error);
+    if (value) error = model.SetField(index, *value);
+    if (error.empty()) return true;
+    runner.console().Print("\n" + error);
+  }
+}
+
+// The index of the button chosen, or -1 when the input ran out.
+int AskButton(const DialogModel& model) {
+  const std::vector<std::string> labels = model.buttons();
+  if (labels.empty()) return -1;
+  const KeywordList keywords(JoinKeywords(labels, ' '));
+  const std::string prompt =
+      "\n[" + JoinKeywords(labels, '/') + "] <" + Keyword(labels.front()) + ">: ";
+  CommandRunner& runner = CurrentRunner();
+  for (;;) {
+    std::string answer;
+    if (runner.ReadAnswer(prompt, TokenEnd::kBlank, answer) != ReadStatus::kOk) return -1;
+    if (answer.empty()) return 0;
+    if (std::optional<std::string> keyword = keywords.Match(answer)) {
+      for (size_t i = 0; i < labels.size(); ++i) {
+        if (Keyword(labels[i]) == *keyword) return static_cast<int>(i);
+      }
+    }
+    runner.console().Print("\nInvalid option keyword.");
+  }
+}
+
+}  // namespace
+}  // namespace fx::console
+
+int fx::ShowDialog(DialogModel& model) {
+  console::CurrentRunner().console().Print("\n" + model.title());
+  for (;;) {
+    std::vector<DialogField> fields = model.fields();
+    for (size_t i = 0; i < fields.size(); ++i) {
+      if (!console::AskField(model, i, fields[i])) return -1;
+      fields = model.fields();  // a value may change the fields after it
+    }
+    const int button = console::AskButton(model);
+    if (button < 0) return -1;
+    if (model.Press(static_cast<size_t>(button)) == DialogAction::kClose) return button;
+  }
+}

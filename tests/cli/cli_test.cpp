@@ -1,0 +1,303 @@
+// End-to-end runs of the real floorxport program: usage, a batch run with
+// commands, script files and saves, failures and their exit statuses, and
+// real drawings (skipped when the corpus is absent).
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "program_runner.h"
+
+namespace fx::cli_test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kProgram = FX_FLOORXPORT;
+const std::string kSmallPlan = std::string(FX_CONSOLE_TEST_DATA) + "/small_plan.dxf";
+const std::string kCorpus = FX_CORPUS_DIR;
+
+class CliTest : public ::testing::Test {
+ protected:
+  CliTest() {
+    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+    work_ = fs::temp_directory_path() /
+            ("floorxport_cli_" + std::to_string(getpid()) + "_" + info->name());
+    fs::remove_all(work_);
+    fs::create_directories(work_ / "drawings");
+  }
+  ~CliTest() override { fs::remove_all(work_); }
+
+  ProgramResult Run(const std::vector<std::string>& args) {
+    return RunProgram(kProgram, args, work_.string());
+  }
+  // A copy of a drawing in the work directory.
+  std::string Copy(const std::string& drawing, const char* name) {
+    const fs::path target = work_ / "drawings" / name;
+    fs::copy_file(drawing, target);
+    return target.string();
+  }
+  std::string Path(const char* name) { return (work_ / "drawings" / name).string(); }
+  std::string Write(const char* name, const std::string& text) {
+    std::ofstream(Path(name), std::ios::binary) << text;
+    return Path(name);
+  }
+
+  fs::path work_;
+};
+
+TEST_F(CliTest, HelpAndVersion) {
+  struct Case {
+    std::vector<std::string> args;
+    const char* out_start;
+  };
+  const Case cases[] = {
+      {{"--help"}, "Usage: floorxport COMMAND [arguments]\n"},
+      {{"-h"}, "Usage: floorxport COMMAND [arguments]\n"},
+      {{"run", "--help"}, "Usage: floorxport run DRAWING [options]\n"},
+      {{"run", "x.dxf", "-c", "ZOOM", "-h"}, "Usage: floorxport run DRAWING [options]\n"},
+      {{"info", "--help"}, "Usage: floorxport info DRAWING [-o OUT.dxf]\n"},
+      {{"--version"}, "floorxport "},
+  };
+  for (const Case& c : cases) {
+    ProgramResult result = Run(c.args);
+    EXPECT_EQ(result.exit_status, 0) << c.args[0];
+    EXPECT_TRUE(result.out.starts_with(c.out_start)) << result.out;
+    EXPECT_EQ(result.err, "");
+  }
+}
+
+TEST_F(CliTest, WrongUsageExitsWithTwo) {
+  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
+  const std::string run_hint = "\nRun \"floorxport run --help\" for usage.\n";
+  struct Case {
+    std::vector<std::string> args;
+    std::string err;
+  };
+  const Case cases[] = {
+      {{"frobnicate"},
+       "floorxport: unknown command \"frobnicate\"\nRun \"floorxport --help\" for usage.\n"},
+      {{"run"}, "floorxport: run needs a DRAWING" + run_hint},
+      {{"run", "a.dxf", "b.dxf"}, "floorxport: run takes one DRAWING" + run_hint},
+      {{"run", drawing, "--yes", "--no"}, "floorxport: give either --yes or --no" + run_hint},
+      {{"run", drawing, "-o", Path("out.dxf"), "--save"},
+       "floorxport: give either -o or --save" + run_hint},
+      {{"run", drawing, "-o", drawing},
+       "floorxport: -o names the input drawing; use --save to write over it" + run_hint},
+      {{"run", drawing, "--answer", "Continue?"},
+       "floorxport: --answer needs QUESTION=ANSWER, got \"Continue?\"" + run_hint},
+      {{"run", drawing, "--answer=Continue?=Perhaps"},
+       "floorxport: --answer \"Continue?=Perhaps\": the answer must be Yes, No, OK or Cancel" +
+           run_hint},
+      {{"run", drawing, "-x"}, "floorxport: unknown option -x" + run_hint},
+      {{"run", drawing, "--save=yes"}, "floorxport: option --save takes no value" + run_hint},
+      {{"run", drawing, "-c"}, "floorxport: option -c needs a value" + run_hint},
+      {{"info"}, "floorxport: info takes one DRAWING\nRun \"floorxport info --help\" for usage.\n"},
+  };
+  for (const Case& c : cases) {
+    ProgramResult result = Run(c.args);
+    EXPECT_EQ(result.exit_status, 2) << c.err;
+    EXPECT_EQ(result.err, c.err);
+    EXPECT_EQ(result.out, "");
+  }
+  ProgramResult bare = Run({});
+  EXPECT_EQ(bare.exit_status, 2);
+  EXPECT_TRUE(bare.err.starts_with("Usage: floorxport COMMAND")) << bare.err;
+}
+
+// The whole path: script lines and a script file in order, host commands,
+// the transcript, a copy saved, the input untouched, and the copy read back.
+TEST_F(CliTest, ABatchRunSavesACopyAndLeavesTheInput) {
+  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
+  const std::string before = ReadFile(drawing);
+  const std::string script = Write("units.scr", "; set the units to metres\nUNITS\n6\n\n");
+  const std::string out = Path("out.dxf");
+  ProgramResult run =
+      Run({"run", drawing, "-c", "ZOOM E", "-s", script, "-c", "_ZOOM _O 102 ", "-o", out});
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(
+      run.out,
+      "\nCommand: ZOOM\nZoom [Extents/Object]: E"
+      "\nCommand: UNITS\nInsertion units ($INSUNITS): 4 (Millimeters)\nEnter units (0-20) <4>: 6"
+      "\nInsertion units set to 6 (Meters)."
+      "\nCommand: _ZOOM\nZoom [Extents/Object]: _O\nSelect objects: 102\n1 found, 1 total"
+      "\nSelect objects: \n");
+  EXPECT_EQ(ReadFile(drawing), before);
+
+  ProgramResult info = Run({"info", out});
+  EXPECT_EQ(info.exit_status, 0) << info.err;
+  EXPECT_EQ(info.out, "Drawing: " + out +
+                          "\nVersion: AC1009"
+                          "\nUnits: 6 (Meters)"
+                          "\nExtents: (0, 0) - (160, 50)"
+                          "\nHeader extents: (0, 0) - (160, 50)"
+                          "\nView: centre (15, 20), height 20, width 40"
+                          "\nLayers: 2\n  0      2\n  WALLS  2"
+                          "\nEntities in model space: 4\n  CIRCLE  1\n  LINE    3\n");
+}
+
+TEST_F(CliTest, SaveWritesOverTheInputAndLeavesNoTemporaryFiles) {
+  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
+  ProgramResult run = Run({"run", drawing, "--save", "-c", "UNITS 20"});
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  ProgramResult info = Run({"info", drawing});
+  EXPECT_NE(info.out.find("\nUnits: 20 (Parsecs)\n"), std::string::npos) << info.out;
+  std::vector<std::string> files;
+  for (const auto& entry : fs::directory_iterator(work_ / "drawings")) {
+    files.push_back(entry.path().filename().string());
+  }
+  EXPECT_EQ(files, std::vector<std::string>{"plan.dxf"});
+}
+
+TEST_F(CliTest, AnUnknownCommandStopsTheRunAndNothingIsSaved) {
+  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
+  const std::string out = Path("out.dxf");
+  ProgramResult run =
+      Run({"run", drawing, "-c", "UNITS 6", "-c", "FROB 1", "-c", "UNITS 5", "-o", out});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(
+      run.out,
+      "\nCommand: UNITS\nInsertion units ($INSUNITS): 4 (Millimeters)\nEnter units (0-20) <4>: 6"
+      "\nInsertion units set to 6 (Meters).\nCommand: FROB\nUnknown command \"FROB\".\n");
+  EXPECT_EQ(run.err,
+            "floorxport: unknown command \"FROB\"; the rest of the script was skipped\n"
+            "floorxport: the drawing was not saved because the run failed\n");
+  EXPECT_FALSE(fs::exists(out));
+}
+
+TEST_F(CliTest, RunningOutOfInputCancelsTheCommand) {
+  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
+  ProgramResult run = Run({"run", drawing, "-c", "ZOOM"});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.out, "\nCommand: ZOOM\nZoom [Extents/Object]: *Cancel*\n");
+  EXPECT_EQ(
+      run.err,
+      "floorxport: command ZOOM was cancelled: the input ran out while it waited for an answer\n");
+}
+
+TEST_F(CliTest, QuotedAnswersAndCommentsInScripts) {
+  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
+  const std::string script = Write("quoted.scr", ";comment\r\n\"UNITS\" \"7\"\r\n");
+  ProgramResult run = Run({"run", drawing, "-s", script});
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(
+      run.out,
+      "\nCommand: UNITS\nInsertion units ($INSUNITS): 4 (Millimeters)\nEnter units (0-20) <4>: 7"
+      "\nInsertion units set to 7 (Kilometers).\n");
+}
+
+TEST_F(CliTest, FailuresToReadOrWriteExitWithOne) {
+  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
+  ProgramResult missing_script = Run({"run", drawing, "-s", Path("none.scr")});
+  EXPECT_EQ(missing_script.exit_status, 1);
+  EXPECT_EQ(missing_script.err,
+            "floorxport: cannot read script " + Path("none.scr") + ": No such file or directory\n");
+
+  ProgramResult missing_drawing = Run({"run", Path("none.dxf"), "-c", "UNITS "});
+  EXPECT_EQ(missing_drawing.exit_status, 1);
+  EXPECT_TRUE(missing_drawing.err.starts_with("floorxport: ")) << missing_drawing.err;
+  EXPECT_NE(missing_drawing.err.find(Path("none.dxf")), std::string::npos) << missing_drawing.err;
+  EXPECT_EQ(missing_drawing.out, "");
+
+  const std::string nowhere = (work_ / "no" / "such" / "dir" / "out.dxf").string();
+  ProgramResult unwritable = Run({"run", drawing, "-c", "UNITS ", "-o", nowhere});
+  EXPECT_EQ(unwritable.exit_status, 1);
+  EXPECT_TRUE(unwritable.err.starts_with("floorxport: cannot save " + nowhere + ": e"))
+      << unwritable.err;
+
+  ProgramResult info_missing = Run({"info", Path("none.dxf")});
+  EXPECT_EQ(info_missing.exit_status, 1);
+}
+
+TEST_F(CliTest, AClosedOutputPipeDoesNotKillTheProgram) {
+  ProgramResult result =
+      RunProgram(kProgram, {"info", kSmallPlan}, work_.string(), /*close_output=*/true);
+  EXPECT_EQ(result.signal, 0);
+  EXPECT_EQ(result.exit_status, 0);
+}
+
+// On a terminal without -c or -s, the user types the commands: prompts come
+// first, typed answers are not echoed again, a mistake does not end the run.
+TEST_F(CliTest, OnATerminalTheUserTypesTheCommands) {
+  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
+  const std::string out = Path("out.dxf");
+  ProgramResult run = RunInTerminal(kProgram, {"run", drawing, "-o", out}, "UNITS\n6\nFROB\n");
+  EXPECT_EQ(run.exit_status, 0);
+  EXPECT_EQ(run.out,
+            "UNITS\r\n6\r\nFROB\r\n"  // the terminal echoes what was typed ahead
+            "\r\nCommand: Insertion units ($INSUNITS): 4 (Millimeters)\r\nEnter units (0-20) <4>: "
+            "Insertion units set to 6 (Meters).\r\nCommand: Unknown command \"FROB\"."
+            "\r\nCommand: \r\n");
+  EXPECT_NE(ReadFile(out).find("$INSUNITS\n 70\n6\n"), std::string::npos);
+}
+
+// The bundled sample floor: after ZOOM Extents the view shows the drawing's
+// extents whole, with the aspect ratio it had.
+TEST_F(CliTest, TheSampleFloorZoomsToItsExtents) {
+  const std::string sample = FX_EXAMPLES_DIR "/sample-floor.dxf";
+  if (!fs::exists(sample)) GTEST_SKIP() << "no sample floor " << sample;
+  const std::string out = Path("zoomed.dxf");
+  ProgramResult run = Run({"run", sample, "-c", "ZOOM E", "-o", out});
+  ASSERT_EQ(run.exit_status, 0) << run.err;
+  ProgramResult before = Run({"info", sample});
+  ProgramResult after = Run({"info", out});
+  double box[4], view_before[4], view_after[4];
+  ASSERT_EQ(std::sscanf(after.out.substr(after.out.find("\nExtents: ")).c_str(),
+                        "\nExtents: (%lf, %lf) - (%lf, %lf)", &box[0], &box[1], &box[2], &box[3]),
+            4)
+      << after.out;
+  const char* kView = "\nView: centre (%lf, %lf), height %lf, width %lf";
+  ASSERT_EQ(std::sscanf(before.out.substr(before.out.find("\nView: ")).c_str(), kView,
+                        &view_before[0], &view_before[1], &view_before[2], &view_before[3]),
+            4);
+  ASSERT_EQ(std::sscanf(after.out.substr(after.out.find("\nView: ")).c_str(), kView, &view_after[0],
+                        &view_after[1], &view_after[2], &view_after[3]),
+            4);
+  // info rounds to four decimals.
+  const double tolerance = 1e-3;
+  EXPECT_NEAR(view_after[3] / view_after[2], view_before[3] / view_before[2], 1e-6);
+  EXPECT_NEAR(view_after[0], (box[0] + box[2]) / 2, tolerance);
+  EXPECT_NEAR(view_after[1], (box[1] + box[3]) / 2, tolerance);
+  EXPECT_GE(view_after[3], box[2] - box[0] - tolerance);
+  EXPECT_GE(view_after[2], box[3] - box[1] - tolerance);
+  EXPECT_TRUE(std::abs(view_after[3] - (box[2] - box[0])) < tolerance ||
+              std::abs(view_after[2] - (box[3] - box[1])) < tolerance);
+}
+
+// A real drawing: load, zoom, save a copy that reads back the same way,
+// the source untouched.
+TEST_F(CliTest, ARealDrawingRoundTrips) {
+  const std::string source = kCorpus + "/openindoor6/plan.dxf";
+  if (!fs::exists(source)) GTEST_SKIP() << "no corpus drawing " << source;
+  const std::string drawing = Copy(source, "plan.dxf");
+  const std::string out = Path("zoomed.dxf");
+  ProgramResult run = Run({"run", drawing, "-c", "ZOOM E", "-c", "UNITS ", "-o", out});
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(ReadFile(drawing), ReadFile(source));
+  ProgramResult before = Run({"info", drawing});
+  ProgramResult after = Run({"info", out});
+  ASSERT_EQ(before.exit_status, 0) << before.err;
+  ASSERT_EQ(after.exit_status, 0) << after.err;
+  // Everything but the file name and the view is the same.
+  auto body = [](const std::string& text) {
+    std::string kept;
+    size_t start = text.find('\n') + 1;
+    while (start < text.size()) {
+      size_t end = text.find('\n', start);
+      std::string line = text.substr(start, end - start + 1);
+      if (!line.starts_with("View: ") && !line.starts_with("Header extents: ")) kept += line;
+      start = end + 1;
+    }
+    return kept;
+  };
+  EXPECT_EQ(body(after.out), body(before.out));
+  EXPECT_NE(after.out.find("\nVersion: AC1021\n"), std::string::npos) << after.out;
+}
+
+}  // namespace
+}  // namespace fx::cli_test

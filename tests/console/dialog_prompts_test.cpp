@@ -1,0 +1,111 @@
+// Dialog models shown on the console as prompts (fx::ShowDialog).
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "console_fixture.h"
+#include "host/dialog.h"
+
+namespace fx::console {
+namespace {
+
+class RoomOptions : public DialogModel {
+ public:
+  std::string title() const override { return "Room options"; }
+  std::vector<DialogField> fields() const override {
+    return {
+        {"Name", DialogField::kText, name, {}},
+        {"Count", DialogField::kInteger, count, {}},
+        {"Mode", DialogField::kChoice, mode, {"Blocks", "Texts", "Markers"}},
+        {"Unlock", DialogField::kCheck, unlock, {}},
+        {"Layers", DialogField::kList, layers, {"A", "B C", "D"}},
+    };
+  }
+  std::string SetField(size_t index, const std::string& value) override {
+    std::string* targets[] = {&name, &count, &mode, &unlock, &layers};
+    if (index == 1 && value.starts_with('-')) return "Count must not be negative.";
+    *targets[index] = value;
+    return {};
+  }
+  std::vector<std::string> buttons() const override { return {"OK", "Cancel", "&Apply now"}; }
+  DialogAction Press(size_t index) override {
+    pressed.push_back(index);
+    return index == 2 ? DialogAction::kStay : DialogAction::kClose;
+  }
+
+  std::string name = "Room", count = "3", mode = "Texts", unlock = "No", layers = "A";
+  std::vector<size_t> pressed;
+};
+
+class DialogPromptsTest : public ConsoleTest {
+ protected:
+  int Show(const char* script) {
+    console().script().AddLine(script);
+    return ShowDialog(model_);
+  }
+  RoomOptions model_;
+};
+
+TEST_F(DialogPromptsTest, FieldsThenButtonsUntilOneCloses) {
+  EXPECT_EQ(Show("Big Hall\n-1\n5\nm\ny\n?\nd, b c\napply\n\n\n\n\n\nok"), 0);
+  EXPECT_EQ(terminal_.out,
+            "\nRoom options"
+            "\nName <Room>: Big Hall"
+            "\nCount <3>: -1"
+            "\nCount must not be negative."
+            "\nCount <3>: 5"
+            "\nMode [Blocks/Texts/Markers] <Texts>: m"
+            "\nUnlock [Yes/No] <No>: y"
+            "\nLayers (? to list) <A>: ?"
+            "\n  A\n  B C\n  D\nSeparate items with commas; * selects every item, - none."
+            "\nLayers (? to list) <A>: d, b c"
+            "\n[OK/Cancel/Applynow] <OK>: apply"
+            "\nName <Big Hall>: "
+            "\nCount <5>: "
+            "\nMode [Blocks/Texts/Markers] <Markers>: "
+            "\nUnlock [Yes/No] <Yes>: "
+            "\nLayers (? to list) <D,B C>: "
+            "\n[OK/Cancel/Applynow] <OK>: ok");
+  EXPECT_EQ(model_.name, "Big Hall");
+  EXPECT_EQ(model_.count, "5");
+  EXPECT_EQ(model_.mode, "Markers");
+  EXPECT_EQ(model_.unlock, "Yes");
+  EXPECT_EQ(model_.layers, "D,B C");
+  EXPECT_EQ(model_.pressed, (std::vector<size_t>{2, 0}));
+}
+
+TEST_F(DialogPromptsTest, WrongAnswersAreExplainedAndAskedAgain) {
+  EXPECT_EQ(Show("\nx 7\nz b\nmaybe no\nQ\n*\n-\napply\n\n\n\n\n\ncancel"), 1);
+  EXPECT_EQ(terminal_.out,
+            "\nRoom options"
+            "\nName <Room>: "
+            "\nCount <3>: x\nRequires an integer value.\nCount <3>: 7"
+            "\nMode [Blocks/Texts/Markers] <Texts>: z\nInvalid option keyword."
+            "\nMode [Blocks/Texts/Markers] <Texts>: b"
+            "\nUnlock [Yes/No] <No>: maybe\nRequires Yes or No.\nUnlock [Yes/No] <No>: no"
+            "\nLayers (? to list) <A>: Q\nNo item \"Q\"."
+            "\nLayers (? to list) <A>: *"
+            "\n[OK/Cancel/Applynow] <OK>: -\nInvalid option keyword."
+            "\n[OK/Cancel/Applynow] <OK>: apply"
+            "\nName <Room>: \nCount <7>: \nMode [Blocks/Texts/Markers] <Blocks>: "
+            "\nUnlock [Yes/No] <No>: \nLayers (? to list) <A,B C,D>: "
+            "\n[OK/Cancel/Applynow] <OK>: cancel");
+}
+
+TEST_F(DialogPromptsTest, RunningOutCancelsWithoutPressing) {
+  EXPECT_EQ(Show("Hall\n4"), -1);
+  EXPECT_EQ(model_.name, "Hall");
+  EXPECT_EQ(model_.count, "4");
+  EXPECT_TRUE(model_.pressed.empty());
+  EXPECT_TRUE(terminal_.out.ends_with("\nMode [Blocks/Texts/Markers] <Texts>: *Cancel*"));
+}
+
+TEST_F(DialogPromptsTest, AnEmptyListShowsNoValue) {
+  EXPECT_EQ(Show("\n\n\n\n-\napply\n\n\n\n\n\n\n"), 0);
+  EXPECT_EQ(model_.layers, "");
+  EXPECT_TRUE(terminal_.out.ends_with("\nLayers (? to list): \n[OK/Cancel/Applynow] <OK>: "));
+}
+
+}  // namespace
+}  // namespace fx::console

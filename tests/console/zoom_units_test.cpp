@@ -1,0 +1,160 @@
+// The host commands ZOOM and UNITS on a small drawing made for these tests
+// (data/small_plan.dxf: lines from (0,0) to (100,50), a line from (10,10) to
+// (20,30) with handle 102, a circle of radius 10 at (150,40); the active view
+// is centred on (5,5), 10 high and 20 wide) and on a real drawing.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "console_fixture.h"
+#include "host/database.h"
+#include "host/documents.h"
+#include "host/dxf/console/active_view.h"
+#include "host/dxf/console/drawing_extents.h"
+#include "host/dxf/console/host_session.h"
+#include "host/dxf/console/module_registry.h"
+#include "host/editor.h"
+
+namespace fx::console {
+namespace {
+
+const std::string kSmallPlan = std::string(FX_CONSOLE_TEST_DATA) + "/small_plan.dxf";
+
+TEST(FitViewTest, ShowsTheExtentsWholeWithTheViewsAspectRatio) {
+  struct Case {
+    View current;
+    AcDbExtents extents;
+    View expected;
+  };
+  const Case cases[] = {
+      {{{0, 0}, 10, 20}, {{0, 0, 0}, {160, 50, 0}}, {{80, 25}, 80, 160}},  // wide
+      {{{0, 0}, 10, 20}, {{10, 10, 0}, {20, 30, 0}}, {{15, 20}, 20, 40}},  // tall
+      {{{0, 0}, 10, 20}, {{5, 5, 0}, {5, 5, 0}}, {{5, 5}, 10, 20}},        // a point
+      {{{0, 0}, 0, 0}, {{0, 0, 0}, {4, 2, 0}}, {{2, 1}, 4, 4}},            // no ratio
+      {{{0, 0}, 30, 10}, {{-1, -1, 0}, {1, 2, 0}}, {{0, 0.5}, 6, 2}},      // portrait
+  };
+  for (const Case& c : cases) {
+    View view = FitView(c.current, c.extents);
+    EXPECT_DOUBLE_EQ(view.center.x, c.expected.center.x);
+    EXPECT_DOUBLE_EQ(view.center.y, c.expected.center.y);
+    EXPECT_DOUBLE_EQ(view.height, c.expected.height);
+    EXPECT_DOUBLE_EQ(view.width, c.expected.width);
+  }
+}
+
+class HostCommandsTest : public ConsoleTest {
+ protected:
+  void Open(const std::string& path) {
+    std::string error;
+    ASSERT_TRUE(session_.OpenDrawing(path, &error)) << error;
+    terminal_.out.clear();
+  }
+  AcDbDatabase& database() { return *session_.document()->database(); }
+  View ActiveView() {
+    View view;
+    EXPECT_EQ(GetActiveView(database(), view), Acad::eOk);
+    return view;
+  }
+  ModuleRegistry modules_;
+  HostSession session_{runner(), modules_};
+};
+
+void ExpectView(const View& view, double x, double y, double height, double width) {
+  EXPECT_DOUBLE_EQ(view.center.x, x);
+  EXPECT_DOUBLE_EQ(view.center.y, y);
+  EXPECT_DOUBLE_EQ(view.height, height);
+  EXPECT_DOUBLE_EQ(view.width, width);
+}
+
+TEST_F(HostCommandsTest, ZoomExtentsFitsModelSpace) {
+  Open(kSmallPlan);
+  EXPECT_EQ(Run("_ZOOM _E"), "\nCommand: _ZOOM\nZoom [Extents/Object]: _E\n");
+  ExpectView(ActiveView(), 80, 25, 80, 160);
+  // The header's extents are brought up to date, as the editor does.
+  EXPECT_EQ(database().extmin(), AcGePoint3d(0, 0, 0));
+  EXPECT_EQ(database().extmax(), AcGePoint3d(160, 50, 0));
+  EXPECT_TRUE(runner().problems().empty());
+}
+
+TEST_F(HostCommandsTest, ZoomObjectTypedByHandle) {
+  Open(kSmallPlan);
+  EXPECT_EQ(Run("ZOOM o 999 102 "),
+            "\nCommand: ZOOM\nZoom [Extents/Object]: o"
+            "\nSelect objects: 999\nNo object has the handle \"999\"."
+            "\nSelect objects: 102\n1 found, 1 total\nSelect objects: \n");
+  ExpectView(ActiveView(), 15, 20, 20, 40);
+}
+
+void ZoomToLine() {
+  AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
+  AcDbObjectId id;
+  ASSERT_EQ(database->getAcDbObjectId(id, false, AcDbHandle("102")), Acad::eOk);
+  ads_name name;
+  ASSERT_EQ(acdbGetAdsName(name, id), Acad::eOk);
+  // As the plug-in zooms to an object: no Enter after the selection.
+  int result = acedCommandS(RTSTR, "_ZOOM", RTSTR, "_O", RTENAME, name, RTNONE);
+  acutPrintf("\nResult %d", result);
+}
+
+TEST_F(HostCommandsTest, ZoomObjectThroughCommandWithAnEntityName) {
+  AddCommand("ZOOMTOLINE", ZoomToLine);
+  Open(kSmallPlan);
+  EXPECT_EQ(Run("ZOOMTOLINE"),
+            "\nCommand: ZOOMTOLINE\nCommand: _ZOOM\nZoom [Extents/Object]: _O"
+            "\nSelect objects: 102\n1 found, 1 total\nSelect objects: \nResult 5100\n");
+  ExpectView(ActiveView(), 15, 20, 20, 40);
+}
+
+TEST_F(HostCommandsTest, ZoomWithoutAnObjectIsCancelled) {
+  Open(kSmallPlan);
+  EXPECT_EQ(Run("ZOOM O"), "\nCommand: ZOOM\nZoom [Extents/Object]: O\nSelect objects: *Cancel*\n");
+  ExpectView(ActiveView(), 5, 5, 10, 20);
+  EXPECT_EQ(runner().problems(),
+            std::vector<std::string>{
+                "command ZOOM was cancelled: the input ran out while it waited for an answer"});
+}
+
+TEST_F(HostCommandsTest, UnitsShowsAndSetsInsunits) {
+  Open(kSmallPlan);
+  EXPECT_EQ(
+      Run("UNITS \nUNITS 99 x 6"),
+      "\nCommand: UNITS\nInsertion units ($INSUNITS): 4 (Millimeters)\nEnter units (0-20) <4>: "
+      "\nCommand: UNITS\nInsertion units ($INSUNITS): 4 (Millimeters)\nEnter units (0-20) <4>: 99"
+      "\nRequires an integer between 0 and 20.\nEnter units (0-20) <4>: x"
+      "\nRequires an integer between 0 and 20.\nEnter units (0-20) <4>: 6"
+      "\nInsertion units set to 6 (Meters).\n");
+  EXPECT_EQ(database().insunits(), AcDb::kUnitsMeters);
+}
+
+TEST_F(HostCommandsTest, HostCommandsNeedADrawing) {
+  EXPECT_EQ(Run("ZOOM E"), "\nCommand: ZOOM\nNo drawing is open.\n");
+  EXPECT_EQ(runner().problems(),
+            std::vector<std::string>{"command ZOOM failed; the rest of the script was skipped"});
+}
+
+// A real drawing: after ZOOM Extents the view holds the drawing's extents
+// and keeps its aspect ratio.
+TEST_F(HostCommandsTest, ZoomExtentsOnARealDrawing) {
+  const std::string path = std::string(FX_CORPUS_DIR) + "/hal9kspace/floorplan.dxf";
+  if (!std::filesystem::exists(path)) GTEST_SKIP() << "no corpus drawing " << path;
+  Open(path);
+  const View before = ActiveView();
+  Run("ZOOM E");
+  const View after = ActiveView();
+  const AcDbExtents extents = DrawingExtents(database());
+  ASSERT_FALSE(extents.isEmpty());
+  EXPECT_NEAR(after.width / after.height, before.width / before.height, 1e-9);
+  const double tolerance = 1e-9 * after.height;
+  EXPECT_LE(after.center.x - after.width / 2, extents.minPoint().x + tolerance);
+  EXPECT_GE(after.center.x + after.width / 2, extents.maxPoint().x - tolerance);
+  EXPECT_LE(after.center.y - after.height / 2, extents.minPoint().y + tolerance);
+  EXPECT_GE(after.center.y + after.height / 2, extents.maxPoint().y - tolerance);
+  // One side fits exactly: the view is no larger than it needs to be.
+  const double fit_x = after.width - (extents.maxPoint().x - extents.minPoint().x);
+  const double fit_y = after.height - (extents.maxPoint().y - extents.minPoint().y);
+  EXPECT_NEAR(std::min(fit_x, fit_y), 0, tolerance);
+}
+
+}  // namespace
+}  // namespace fx::console

@@ -1,0 +1,83 @@
+// floorxport: the command-line program. It reads the subcommand and hands
+// the rest to it; this is the exception firewall of the program.
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "cli_args.h"
+#include "subcommands.h"
+
+namespace {
+
+struct Subcommand {
+  const char* name;
+  const char* summary;
+  int (*run)(std::span<const std::string> args);
+};
+
+constexpr Subcommand kSubcommands[] = {
+    {"run", "load a drawing, run command lines, save when asked", fx::cli::RunSubcommand},
+    {"info", "print a drawing's version, units, extents, layers and entities",
+     fx::cli::InfoSubcommand},
+};
+
+void PrintUsage(std::FILE* stream) {
+  std::fputs(
+      "Usage: floorxport COMMAND [arguments]\n"
+      "\n"
+      "Floor plans from DXF drawings: the plug-in's commands, run headless.\n"
+      "\n"
+      "Commands:\n",
+      stream);
+  for (const Subcommand& subcommand : kSubcommands) {
+    std::fprintf(stream, "  %-6s %s\n", subcommand.name, subcommand.summary);
+  }
+  std::fputs(
+      "\n"
+      "Run \"floorxport COMMAND --help\" for a command's options.\n"
+      "Options: -h, --help (this text), --version\n",
+      stream);
+}
+
+int Dispatch(const std::vector<std::string>& args) {
+  if (args.empty()) {
+    PrintUsage(stderr);
+    return fx::cli::kExitUsage;
+  }
+  const std::string& name = args.front();
+  if (name == "-h" || name == "--help") {
+    PrintUsage(stdout);
+    return fx::cli::kExitOk;
+  }
+  if (name == "--version") {
+    std::printf("floorxport %s\n", FX_VERSION);
+    return fx::cli::kExitOk;
+  }
+  for (const Subcommand& subcommand : kSubcommands) {
+    if (name == subcommand.name) return subcommand.run(std::span(args).subspan(1));
+  }
+  std::fprintf(stderr, "floorxport: unknown command \"%s\"\nRun \"floorxport --help\" for usage.\n",
+               name.c_str());
+  return fx::cli::kExitUsage;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // A closed pipe (floorxport ... | head) ends the writes, not the process.
+  std::signal(SIGPIPE, SIG_IGN);
+  try {
+    return Dispatch(std::vector<std::string>(argv + 1, argv + argc));
+  } catch (const std::exception& error) {
+    std::fflush(stdout);
+    std::fprintf(stderr, "\nfloorxport: internal error: %s\n", error.what());
+  } catch (...) {
+    std::fflush(stdout);
+    std::fputs("\nfloorxport: internal error\n", stderr);
+  }
+  return fx::cli::kExitFailure;
+}

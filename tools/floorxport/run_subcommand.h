@@ -1,0 +1,36 @@
+// `floorxport run`: load a drawing, run command lines through the registered
+// commands, save when asked.
+#ifndef FLOORXPORT_TOOLS_FLOORXPORT_RUN_SUBCOMMAND_H_
+#define FLOORXPORT_TOOLS_FLOORXPORT_RUN_SUBCOMMAND_H_
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/dxf/console/answer_policy.h"
+
+namespace fx::cli {
+
+struct ScriptItem {
+  enum Kind { kLine, kFile };
+  Kind kind;
+  std::string text;  // the command line, or the script file's path
+};
+
+struct RunOptions {
+  std::string drawing;
+  std::vector<ScriptItem> script;     // in order; empty: interactive on a terminal
+  std::optional<std::string> output;  // -o
+  bool save_in_place = false;         // --save
+  fx::console::AnswerPolicy answers;
+};
+
+// Runs one drawing as `floorxport run` does and returns the exit status:
+// kExitOk when the drawing loaded, every command ran to its end and the
+// save (if asked) succeeded; kExitFailure otherwise, with the reasons on
+// standard error. The drawing is not saved after a failed run.
+int RunDrawing(const RunOptions& options);
+
+}  // namespace fx::cli
+
+#endif  // FLOORXPORT_TOOLS_FLOORXPORT_RUN_SUBCOMMAND_H_

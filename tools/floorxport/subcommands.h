@@ -1,0 +1,21 @@
+// The subcommands of floorxport. Each takes the arguments after its name and
+// returns the exit status (cli_args.h); each prints its usage for --help.
+// A subcommand that maps onto commands builds RunOptions and calls
+// RunDrawing (run_subcommand.h), so it stays a few lines.
+#ifndef FLOORXPORT_TOOLS_FLOORXPORT_SUBCOMMANDS_H_
+#define FLOORXPORT_TOOLS_FLOORXPORT_SUBCOMMANDS_H_
+
+#include <span>
+#include <string>
+
+namespace fx::cli {
+
+int RunSubcommand(std::span<const std::string> args);
+int InfoSubcommand(std::span<const std::string> args);
+
+extern const char kRunUsage[];
+extern const char kInfoUsage[];
+
+}  // namespace fx::cli
+
+#endif  // FLOORXPORT_TOOLS_FLOORXPORT_SUBCOMMANDS_H_
