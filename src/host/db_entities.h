@@ -11,6 +11,7 @@
 class AcDbLine : public AcDbCurve {
  public:
   using AcDbCurve::AcDbCurve;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcDbLine();
   AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end);
   AcGePoint3d startPoint() const;
@@ -24,6 +25,7 @@ class AcDbLine : public AcDbCurve {
 class AcDbCircle : public AcDbCurve {
  public:
   using AcDbCurve::AcDbCurve;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcDbCircle();
   AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
   AcGePoint3d center() const;  // world coordinates
@@ -38,6 +40,7 @@ class AcDbCircle : public AcDbCurve {
 class AcDbArc : public AcDbCurve {
  public:
   using AcDbCurve::AcDbCurve;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcDbArc();
   AcDbArc(const AcGePoint3d& center, double radius, double start_angle, double end_angle);
   AcGePoint3d center() const;
@@ -51,6 +54,7 @@ class AcDbArc : public AcDbCurve {
 class AcDbEllipse : public AcDbCurve {
  public:
   using AcDbCurve::AcDbCurve;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcGePoint3d center() const;
   AcGeVector3d majorAxis() const;  // from the centre to the end of the major axis
   AcGeVector3d minorAxis() const;
@@ -64,6 +68,7 @@ class AcDbEllipse : public AcDbCurve {
 class AcDbSpline : public AcDbCurve {
  public:
   using AcDbCurve::AcDbCurve;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   int degree() const;
   bool isRational() const;
   bool isPeriodic() const;
@@ -84,6 +89,7 @@ class AcDbSpline : public AcDbCurve {
 class AcDbPolyline : public AcDbCurve {
  public:
   using AcDbCurve::AcDbCurve;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcDbPolyline();
   explicit AcDbPolyline(unsigned num_verts);
 
@@ -136,6 +142,7 @@ class AcDb3dPolylineVertex : public AcDbEntity {
 class AcDb2dPolyline : public AcDbCurve {
  public:
   using AcDbCurve::AcDbCurve;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   int polylineFlags() const;  // DXF group 70
   bool isClosed() const override;
   bool is3d() const;
@@ -159,6 +166,7 @@ enum AcDbTextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextT
 class AcDbText : public AcDbEntity {
  public:
   using AcDbEntity::AcDbEntity;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcDbText();
   AcDbText(const AcGePoint3d& position, const char* text, AcDbObjectId style = AcDbObjectId::kNull,
            double height = 0, double rotation = 0);
@@ -191,6 +199,7 @@ class AcDbText : public AcDbEntity {
 class AcDbAttribute : public AcDbText {
  public:
   using AcDbText::AcDbText;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcDbAttribute();
   std::string tag() const;
   Acad::ErrorStatus setTag(const char* tag);
@@ -201,6 +210,7 @@ class AcDbAttribute : public AcDbText {
 class AcDbAttributeDefinition : public AcDbText {
  public:
   using AcDbText::AcDbText;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   std::string tag() const;
   std::string prompt() const;
   bool isInvisible() const;
@@ -211,6 +221,7 @@ class AcDbAttributeDefinition : public AcDbText {
 class AcDbMText : public AcDbEntity {
  public:
   using AcDbEntity::AcDbEntity;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   enum AttachmentPoint {
     kTopLeft = 1, kTopCenter, kTopRight, kMiddleLeft, kMiddleCenter, kMiddleRight,
     kBottomLeft, kBottomCenter, kBottomRight,
@@ -240,6 +251,7 @@ struct AcGeScale3d {
 class AcDbBlockReference : public AcDbEntity {
  public:
   using AcDbEntity::AcDbEntity;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcDbBlockReference();
   AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId block);
 
@@ -268,6 +280,9 @@ class AcDbBlockReference : public AcDbEntity {
 };
 
 // One edge of a hatch boundary loop, in the hatch's plane coordinates.
+// Arcs: start_angle and end_angle give the directions of the arc's ends
+// from its centre (for an elliptic arc, their eccentric-anomaly parameters),
+// whichever way it runs; a clockwise arc runs clockwise from start to end.
 struct AcDbHatchEdge {
   enum Kind { kLine = 1, kCircArc = 2, kEllipArc = 3, kSpline = 4 };
   Kind kind = kLine;
@@ -302,6 +317,7 @@ struct AcDbHatchPatternLine {
 class AcDbHatch : public AcDbEntity {
  public:
   using AcDbEntity::AcDbEntity;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   std::string patternName() const;
   bool isSolidFill() const;
   int patternType() const;  // 0 user, 1 predefined, 2 custom
@@ -322,6 +338,7 @@ class AcDbHatch : public AcDbEntity {
 class AcDbSolid : public AcDbEntity {
  public:
   using AcDbEntity::AcDbEntity;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   Acad::ErrorStatus getPointAt(int index, AcGePoint3d& point) const;
   AcGeVector3d normal() const;
 };
@@ -330,6 +347,7 @@ using AcDbTrace = AcDbSolid;
 class AcDbFace : public AcDbEntity {
  public:
   using AcDbEntity::AcDbEntity;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   Acad::ErrorStatus getVertexAt(int index, AcGePoint3d& point) const;
   bool isEdgeVisibleAt(int index) const;
 };
@@ -337,12 +355,14 @@ class AcDbFace : public AcDbEntity {
 class AcDbPoint : public AcDbEntity {
  public:
   using AcDbEntity::AcDbEntity;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcGePoint3d position() const;
 };
 
 class AcDbDimension : public AcDbEntity {
  public:
   using AcDbEntity::AcDbEntity;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcDbObjectId dimBlockId() const;  // the anonymous block that draws it
   AcGePoint3d textPosition() const;
   std::string dimensionText() const;
@@ -352,6 +372,7 @@ class AcDbDimension : public AcDbEntity {
 class AcDbLeader : public AcDbCurve {
  public:
   using AcDbCurve::AcDbCurve;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   int numVertices() const;
   AcGePoint3d vertexAt(int index) const;
   bool hasArrowHead() const;
@@ -360,6 +381,7 @@ class AcDbLeader : public AcDbCurve {
 class AcDbXline : public AcDbCurve {
  public:
   using AcDbCurve::AcDbCurve;
+  bool worldDraw(AcGiWorldDraw* world_draw) override;
   AcGePoint3d basePoint() const;
   AcGeVector3d unitDir() const;
 };
