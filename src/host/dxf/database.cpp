@@ -1,0 +1,250 @@
+// AcDbDatabase, object ids and opening objects in the headless host.
+#include "host/database.h"
+
+#include <cmath>
+
+#include "host/dxf/drawing_io.h"
+#include "host/dxf/dxf_header_variables.h"
+#include "host/dxf/dxf_values.h"
+#include "host/dxf/imp_database.h"
+#include "host/dxf/imp_object.h"
+
+using fx::dxf::Tag;
+using fx::dxf::TagList;
+
+// ---- Ids -------------------------------------------------------------------
+
+bool AcDbObjectId::isErased() const { return stub_ != nullptr && stub_->erased; }
+AcDbHandle AcDbObjectId::handle() const { return stub_ ? stub_->handle : AcDbHandle(); }
+AcDbDatabase* AcDbObjectId::database() const { return stub_ ? stub_->database->api() : nullptr; }
+
+Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
+                                     bool open_erased) {
+  object = nullptr;
+  if (id.isNull()) return Acad::eNullObjectId;
+  return id.stub()->database->Open(object, id.stub(), mode, open_erased);
+}
+
+Acad::ErrorStatus acdbGetAdsName(ads_name& name, AcDbObjectId id) {
+  name[0] = static_cast<int64_t>(reinterpret_cast<intptr_t>(id.stub()));
+  name[1] = 0;
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name) {
+  id = AcDbObjectId(reinterpret_cast<AcDbStub*>(static_cast<intptr_t>(name[0])));
+  return id.isNull() ? Acad::eNullObjectId : Acad::eOk;
+}
+
+// ---- The database ----------------------------------------------------------
+
+AcDbDatabase::AcDbDatabase(std::unique_ptr<AcDbImpDatabase> imp) : imp_(std::move(imp)) {
+  imp_->set_api(this);
+}
+AcDbDatabase::~AcDbDatabase() = default;
+
+std::string AcDbDatabase::filename() const { return imp_->document().name(); }
+
+Acad::ErrorStatus AcDbDatabase::saveAs(const char* path) {
+  std::string error;
+  return imp_->Save(path, /*stamp_update_time=*/true, &error);
+}
+
+namespace {
+
+template <class T>
+Acad::ErrorStatus OpenTable(AcDbImpDatabase& db, std::string_view name, T*& table, AcDb::OpenMode mode) {
+  table = nullptr;
+  fx::dxf::SymbolTable* symbols = db.FindTable(name);
+  if (symbols == nullptr) return Acad::eKeyNotFound;
+  return acdbOpenObject(table, AcDbObjectId(symbols->stub), mode);
+}
+
+std::string_view HeaderValue(const AcDbImpDatabase& db, std::string_view name, int code) {
+  for (const Tag& tag : fx::dxf::GetHeaderVariable(db.document(), name))
+    if (tag.code == code) return tag.value;
+  return {};
+}
+
+AcGePoint3d HeaderPoint(const AcDbImpDatabase& db, std::string_view name) {
+  return {fx::dxf::ParseDouble(HeaderValue(db, name, 10)).value_or(0),
+          fx::dxf::ParseDouble(HeaderValue(db, name, 20)).value_or(0),
+          fx::dxf::ParseDouble(HeaderValue(db, name, 30)).value_or(0)};
+}
+
+void SetHeader(AcDbImpDatabase& db, std::string_view name, const std::vector<std::pair<int, std::string>>& values) {
+  std::vector<Tag> tags;
+  for (const auto& [code, value] : values) tags.push_back({code, value});
+  if (fx::dxf::SetHeaderVariable(db.document(), name, tags)) db.MarkModified();
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbDatabase::getBlockTable(AcDbBlockTable*& t, AcDb::OpenMode m) { return OpenTable(*imp_, "BLOCK_RECORD", t, m); }
+Acad::ErrorStatus AcDbDatabase::getLayerTable(AcDbLayerTable*& t, AcDb::OpenMode m) { return OpenTable(*imp_, "LAYER", t, m); }
+Acad::ErrorStatus AcDbDatabase::getViewportTable(AcDbViewportTable*& t, AcDb::OpenMode m) { return OpenTable(*imp_, "VPORT", t, m); }
+Acad::ErrorStatus AcDbDatabase::getRegAppTable(AcDbRegAppTable*& t, AcDb::OpenMode m) { return OpenTable(*imp_, "APPID", t, m); }
+Acad::ErrorStatus AcDbDatabase::getLinetypeTable(AcDbLinetypeTable*& t, AcDb::OpenMode m) { return OpenTable(*imp_, "LTYPE", t, m); }
+Acad::ErrorStatus AcDbDatabase::getTextStyleTable(AcDbTextStyleTable*& t, AcDb::OpenMode m) { return OpenTable(*imp_, "STYLE", t, m); }
+
+Acad::ErrorStatus AcDbDatabase::getNamedObjectsDictionary(AcDbDictionary*& dictionary, AcDb::OpenMode mode) {
+  dictionary = nullptr;
+  if (imp_->named_objects_dictionary() == nullptr) return Acad::eKeyNotFound;
+  return acdbOpenObject(dictionary, AcDbObjectId(imp_->named_objects_dictionary()), mode);
+}
+
+AcDbObjectId AcDbDatabase::blockTableId() const {
+  fx::dxf::SymbolTable* table = imp_->FindTable("BLOCK_RECORD");
+  return table ? AcDbObjectId(table->stub) : AcDbObjectId();
+}
+AcDbObjectId AcDbDatabase::layerTableId() const {
+  fx::dxf::SymbolTable* table = imp_->FindTable("LAYER");
+  return table ? AcDbObjectId(table->stub) : AcDbObjectId();
+}
+AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const { return AcDbObjectId(imp_->named_objects_dictionary()); }
+AcDbObjectId AcDbDatabase::modelSpaceId() const { return AcDbObjectId(imp_->model_space()); }
+
+Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool, const AcDbHandle& handle) {
+  AcDbStub* stub = imp_->FindHandle(handle);
+  id = AcDbObjectId(stub != nullptr && !stub->synthetic_handle ? stub : nullptr);
+  return id.isNull() ? Acad::eKeyNotFound : Acad::eOk;
+}
+
+std::string AcDbDatabase::version() const { return std::string(imp_->document().acadver()); }
+
+AcDbDate AcDbDatabase::tduupdate() const {
+  return AcDbDate::fromJulian(fx::dxf::ParseDouble(HeaderValue(*imp_, "$TDUUPDATE", 40)).value_or(0));
+}
+AcDbDate AcDbDatabase::tdupdate() const {
+  return AcDbDate::fromJulian(fx::dxf::ParseDouble(HeaderValue(*imp_, "$TDUPDATE", 40)).value_or(0));
+}
+
+AcDb::UnitsValue AcDbDatabase::insunits() const {
+  return static_cast<AcDb::UnitsValue>(fx::dxf::ParseInt(HeaderValue(*imp_, "$INSUNITS", 70)).value_or(0));
+}
+
+Acad::ErrorStatus AcDbDatabase::setInsunits(AcDb::UnitsValue units) {
+  SetHeader(*imp_, "$INSUNITS", {{70, std::to_string(static_cast<int>(units))}});
+  return Acad::eOk;
+}
+
+AcGePoint3d AcDbDatabase::extmin() const { return HeaderPoint(*imp_, "$EXTMIN"); }
+AcGePoint3d AcDbDatabase::extmax() const { return HeaderPoint(*imp_, "$EXTMAX"); }
+
+Acad::ErrorStatus AcDbDatabase::updateExt() {
+  AcDbBlockTableRecord* space = nullptr;
+  if (Acad::ErrorStatus es = acdbOpenObject(space, modelSpaceId(), AcDb::kForRead); es != Acad::eOk) return es;
+  AcDbExtents extents;
+  for (AcDbObjectId id : space->entityIds()) {
+    AcDbEntity* entity = nullptr;
+    if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
+    AcDbExtents box;
+    if (entity->getGeomExtents(box) == Acad::eOk) extents.addExt(box);
+    entity->close();
+  }
+  space->close();
+  if (extents.isEmpty()) return Acad::eOk;
+  auto point = [](const AcGePoint3d& p) {
+    return std::vector<std::pair<int, std::string>>{
+        {10, fx::dxf::FormatDouble(p.x)}, {20, fx::dxf::FormatDouble(p.y)}, {30, fx::dxf::FormatDouble(p.z)}};
+  };
+  SetHeader(*imp_, "$EXTMIN", point(extents.minPoint()));
+  SetHeader(*imp_, "$EXTMAX", point(extents.maxPoint()));
+  return Acad::eOk;
+}
+
+AcDbHandle AcDbDatabase::handseed() const { return AcDbHandle(fx::dxf::TrimBlanks(HeaderValue(*imp_, "$HANDSEED", 5))); }
+
+AcDbObjectId AcDbDatabase::clayer() const {
+  std::string_view name = fx::dxf::TrimBlanks(HeaderValue(*imp_, "$CLAYER", 8));
+  return AcDbObjectId(imp_->FindSymbol("LAYER", name.empty() ? std::string_view("0") : name));
+}
+
+size_t AcDbDatabase::approxNumObjects() const { return imp_->document().record_count(); }
+
+// ---- Services --------------------------------------------------------------
+
+namespace {
+class HeadlessServices : public AcDbHostApplicationServices {
+ public:
+  AcDbDatabase* workingDatabase() const override { return working_; }
+  void set_working(AcDbDatabase* database) { working_ = database; }
+
+ private:
+  AcDbDatabase* working_ = nullptr;
+};
+HeadlessServices& Services() {
+  static HeadlessServices services;
+  return services;
+}
+}  // namespace
+
+AcDbHostApplicationServices* acdbHostApplicationServices() { return &Services(); }
+
+bool acdbRegApp(const char* name) {
+  AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
+  if (db == nullptr) return false;
+  AcDbRegAppTable* table = nullptr;
+  if (db->getRegAppTable(table, AcDb::kForRead) != Acad::eOk) return false;
+  if (table->has(name)) {
+    table->close();
+    return true;
+  }
+  bool ok = table->upgradeOpen() == Acad::eOk;
+  auto* record = new AcDbRegAppTableRecord();
+  ok = ok && record->setName(name) == Acad::eOk;
+  AcDbObjectId id;
+  ok = ok && table->add(id, record) == Acad::eOk;
+  if (ok) record->close();
+  else delete record;
+  table->close();
+  return ok;
+}
+
+namespace fx::dxf {
+
+std::unique_ptr<AcDbDatabase> ReadDrawing(const std::string& path, std::string* error,
+                                          const WarningSink& warnings) {
+  struct Sink : DiagnosticSink {
+    const WarningSink* warnings;
+    void Report(Severity, std::string message) override {
+      if (*warnings) (*warnings)(message);
+    }
+  } sink;
+  sink.warnings = &warnings;
+  LoadError load_error;
+  std::unique_ptr<Document> document = Document::Load(path, &load_error, &sink);
+  if (document == nullptr) {
+    if (error != nullptr) *error = load_error.message;
+    return nullptr;
+  }
+  std::unique_ptr<AcDbImpDatabase> imp = AcDbImpDatabase::Build(std::move(document), error);
+  if (imp == nullptr) return nullptr;
+  return std::make_unique<AcDbDatabase>(std::move(imp));
+}
+
+void SetWorkingDatabase(AcDbDatabase* database) { Services().set_working(database); }
+
+const TextCodec& CodecOf(const AcDbObject& object) {
+  static const TextCodec kUtf8 = TextCodec::Utf8();
+  return object.impl()->database() ? object.impl()->database()->codec() : kUtf8;
+}
+
+AcDbObjectId BlockRecordIdByName(AcDbDatabase* database, std::string_view name) {
+  return SymbolIdByName(database, "BLOCK_RECORD", name);
+}
+
+AcDbObjectId SymbolIdByName(AcDbDatabase* database, std::string_view table, std::string_view name) {
+  if (database == nullptr) return {};
+  return AcDbObjectId(database->impl()->FindSymbol(table, name));
+}
+
+std::vector<AcDbObjectId> SubEntityIds(const AcDbObject& object) {
+  std::vector<AcDbObjectId> ids;
+  AcDbStub* stub = object.impl()->stub();
+  if (stub == nullptr) return ids;
+  for (AcDbStub* child : stub->database->SubEntities(stub)) ids.emplace_back(child);
+  return ids;
+}
+
+}  // namespace fx::dxf

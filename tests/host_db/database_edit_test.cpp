@@ -1,0 +1,170 @@
+// Changes made through the host API survive a save: another reader
+// (python3-ezdxf) audits the saved drawing without errors and sees them, and
+// our host reads them back.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <map>
+#include <sstream>
+
+#include "host/database.h"
+#include "host/dxf/drawing_io.h"
+#include "tests/host_db/corpus.h"
+
+namespace {
+
+struct EditResult {
+  AcDbHandle text_handle;
+  AcDbHandle tagged_handle;
+  AcDbHandle erased_insert;
+};
+
+// Runs the checker script and returns its output lines; fails the test on a non-zero exit.
+std::string RunEzdxf(const std::filesystem::path& drawing) {
+  std::string command = std::string(FX_SYSTEM_PYTHON) + " " + FX_EZDXF_CHECK + " '" + drawing.string() + "' 2>&1";
+  std::string output;
+  FILE* pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) return output;
+  char buffer[4096];
+  while (fgets(buffer, sizeof buffer, pipe) != nullptr) output += buffer;
+  int status = pclose(pipe);
+  EXPECT_EQ(status, 0) << output;
+  return output;
+}
+
+AcDbObjectId OpenModelSpaceFirst(AcDbDatabase* db, const char* type) {
+  AcDbBlockTableRecord* model = nullptr;
+  if (acdbOpenObject(model, db->modelSpaceId(), AcDb::kForRead) != Acad::eOk) return {};
+  AcDbObjectId found;
+  for (AcDbObjectId id : model->entityIds()) {
+    AcDbEntity* entity = nullptr;
+    if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
+    bool match = std::string(entity->dxfName()) == type;
+    entity->close();
+    if (match) {
+      found = id;
+      break;
+    }
+  }
+  model->close();
+  return found;
+}
+
+EditResult Edit(AcDbDatabase* db) {
+  EditResult result;
+  fx::dxf::SetWorkingDatabase(db);
+  EXPECT_TRUE(acdbRegApp("VantoryApp"));
+
+  AcDbLayerTable* layers = nullptr;
+  EXPECT_EQ(db->getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+  auto* layer = new AcDbLayerTableRecord();
+  layer->setName("FX Rooms");
+  layer->setColor(AcCmColor::fromIndex(3));
+  AcDbObjectId layer_id;
+  EXPECT_EQ(layers->add(layer_id, layer), Acad::eOk);
+  layer->close();
+  layers->close();
+
+  AcDbBlockTableRecord* model = nullptr;
+  EXPECT_EQ(acdbOpenObject(model, db->modelSpaceId(), AcDb::kForWrite), Acad::eOk);
+  auto* text = new AcDbText(AcGePoint3d(1, 2, 0), "Room 1.01 \xC3\xA9", AcDbObjectId(), 2.5, 0);
+  AcDbObjectId text_id;
+  EXPECT_EQ(model->appendAcDbEntity(text_id, text), Acad::eOk);
+  EXPECT_EQ(text->setLayer("FX Rooms"), Acad::eOk);
+  const double low[3] = {0, 0, 0}, high[3] = {4, 3, 0};
+  ResbufPtr record(acutBuildList(1001, "VantoryApp", 1000, "1.2", 1000, "1.01", 1000, "Office", 1000, "",
+                                 1000, "", 1000, "0", 1071, 40000, 1010, low, 1010, high, RTNONE));
+  EXPECT_EQ(text->setXData(record.get()), Acad::eOk);
+  result.text_handle = text->handle();
+  text->close();
+  model->close();
+
+  if (AcDbObjectId insert = OpenModelSpaceFirst(db, "INSERT"); !insert.isNull()) {
+    AcDbEntity* entity = nullptr;
+    EXPECT_EQ(acdbOpenObject(entity, insert, AcDb::kForWrite), Acad::eOk);
+    result.erased_insert = entity->handle();
+    EXPECT_EQ(entity->erase(), Acad::eOk);
+    entity->close();
+  }
+  if (AcDbObjectId line = OpenModelSpaceFirst(db, "LINE"); !line.isNull()) {
+    AcDbEntity* entity = nullptr;
+    if (acdbOpenObject(entity, line, AcDb::kForWrite) == Acad::eOk) {
+      EXPECT_EQ(entity->setXData(record.get()), Acad::eOk);
+      result.tagged_handle = entity->handle();
+      entity->close();
+    }
+  }
+
+  AcDbDictionary* named = nullptr;
+  EXPECT_EQ(db->getNamedObjectsDictionary(named, AcDb::kForWrite), Acad::eOk);
+  auto* dictionary = new AcDbDictionary();
+  AcDbObjectId dictionary_id;
+  EXPECT_EQ(named->setAt("FLOORXPORT_TEST", dictionary, dictionary_id), Acad::eOk);
+  auto* xrecord = new AcDbXrecord();
+  AcDbObjectId xrecord_id;
+  EXPECT_EQ(dictionary->setAt("SERVER", xrecord, xrecord_id), Acad::eOk);
+  ResbufPtr data(acutBuildList(1, "https://vantory.example/", 90, 42, RTNONE));
+  EXPECT_EQ(xrecord->setFromRbChain(*data), Acad::eOk);
+  xrecord->close();
+  dictionary->close();
+  named->close();
+  fx::dxf::SetWorkingDatabase(nullptr);
+  return result;
+}
+
+}  // namespace
+
+class DatabaseEditTest : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(DatabaseEditTest, EditsSurviveSaveAndReadInAnotherReader) {
+  auto path = fx::testing::CorpusDir() / GetParam();
+  if (!std::filesystem::exists(path)) GTEST_SKIP() << path << " is absent";
+  std::string error;
+  auto db = fx::dxf::ReadDrawing(path.string(), &error);
+  ASSERT_NE(db, nullptr) << error;
+  EditResult edits = Edit(db.get());
+  auto out = std::filesystem::path(::testing::TempDir()) / ("edited_" + path.filename().string());
+  ASSERT_EQ(db->saveAs(out.string().c_str()), Acad::eOk);
+
+  std::string report = RunEzdxf(out);
+  EXPECT_EQ(report.find("error "), std::string::npos) << report;
+  EXPECT_NE(report.find("FX Rooms"), std::string::npos) << report;
+  EXPECT_NE(report.find("text " + edits.text_handle.ascii() + " Room 1.01 \xC3\xA9"), std::string::npos) << report;
+  // The checker lists an application's items without its 1001 name.
+  EXPECT_NE(report.find("xdata " + edits.text_handle.ascii() +
+                        " 1000=1.2|1000=1.01|1000=Office|1000=|1000=|1000=0|1071=40000|"
+                        "1010=(0.0, 0.0, 0.0)|1010=(4.0, 3.0, 0.0)"),
+            std::string::npos)
+      << report;
+  EXPECT_NE(report.find("xrecord SERVER 1=https://vantory.example/|90=42"), std::string::npos) << report;
+
+  // And back in our own host.
+  auto again = fx::dxf::ReadDrawing(out.string(), &error);
+  ASSERT_NE(again, nullptr) << error;
+  AcDbObjectId text_id;
+  ASSERT_EQ(again->getAcDbObjectId(text_id, false, edits.text_handle), Acad::eOk);
+  AcDbText* text = nullptr;
+  ASSERT_EQ(acdbOpenObject(text, text_id, AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(text->textString(), "Room 1.01 \xC3\xA9");
+  EXPECT_EQ(text->layer(), "FX Rooms");
+  ResbufPtr xdata(text->xData("VantoryApp"));
+  text->close();
+  ASSERT_NE(xdata, nullptr);
+  int count = 0;
+  for (const resbuf* rb = xdata.get(); rb != nullptr; rb = rb->rbnext) ++count;
+  EXPECT_EQ(count, 10);
+  if (!edits.erased_insert.isNull()) {
+    AcDbObjectId gone;
+    EXPECT_EQ(again->getAcDbObjectId(gone, false, edits.erased_insert), Acad::eKeyNotFound);
+  }
+  AcDbDictionary* named = nullptr;
+  ASSERT_EQ(again->getNamedObjectsDictionary(named), Acad::eOk);
+  EXPECT_TRUE(named->has("FLOORXPORT_TEST"));
+  named->close();
+}
+
+INSTANTIATE_TEST_SUITE_P(Corpus, DatabaseEditTest,
+                         ::testing::Values("ezdxf/multi_insert_with_attribs.dxf", "openindoor6/plan.dxf",
+                                           "pms-app/building001-0_floor3.dxf", "libredwg/example_2018.dxf",
+                                           "acadsharp/sample_AC1018_binary.dxf"));

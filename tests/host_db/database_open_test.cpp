@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "host/database.h"
+#include "host/dxf/drawing_io.h"
+#include "host/dxf/imp_database.h"
+#include "tests/host_db/corpus.h"
+
+namespace {
+
+std::string ReadBytes(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << in.rdbuf();
+  return bytes.str();
+}
+
+std::unique_ptr<AcDbDatabase> Load(const std::filesystem::path& path) {
+  std::string error;
+  auto db = fx::dxf::ReadDrawing(path.string(), &error);
+  EXPECT_NE(db, nullptr) << error;
+  return db;
+}
+
+// Writes a small ASCII drawing from tag pairs.
+std::filesystem::path WriteDrawing(const std::string& name, const std::string& body) {
+  auto path = std::filesystem::path(::testing::TempDir()) / name;
+  std::ofstream(path, std::ios::binary) << body;
+  return path;
+}
+
+}  // namespace
+
+// Every real drawing loads, every object opens, and a save of the unchanged
+// database reproduces the file byte for byte.
+TEST(DatabaseCorpusTest, LoadsOpensEveryObjectAndSavesIdentically) {
+  auto drawings = fx::testing::CorpusDrawings();
+  if (drawings.empty()) GTEST_SKIP() << "no corpus at " << fx::testing::CorpusDir();
+  for (const auto& path : drawings) {
+    SCOPED_TRACE(path.string());
+    auto db = Load(path);
+    if (!db) continue;
+
+    AcDbBlockTableRecord* model = nullptr;
+    ASSERT_EQ(acdbOpenObject(model, db->modelSpaceId(), AcDb::kForRead), Acad::eOk);
+    std::vector<AcDbObjectId> ids = model->entityIds();
+    model->close();
+    for (AcDbObjectId id : ids) {
+      AcDbEntity* entity = nullptr;
+      ASSERT_EQ(acdbOpenObject(entity, id, AcDb::kForRead), Acad::eOk);
+      EXPECT_EQ(entity->blockId(), db->modelSpaceId());
+      entity->close();
+    }
+    AcDbLayerTable* layers = nullptr;
+    ASSERT_EQ(db->getLayerTable(layers), Acad::eOk);
+    EXPECT_TRUE(layers->has("0"));
+    layers->close();
+
+    auto out = std::filesystem::path(::testing::TempDir()) / "unchanged.dxf";
+    std::string error;
+    ASSERT_EQ(db->impl()->Save(out.string(), /*stamp_update_time=*/false, &error), Acad::eOk) << error;
+    EXPECT_TRUE(ReadBytes(out) == ReadBytes(path)) << "saved copy differs";
+  }
+}
+
+TEST(DatabaseOpenTest, EnforcesOpenStatesErasureAndLockedLayers) {
+  auto sample = std::filesystem::path(FX_TEST_DATA_DIR) / "dxf" / "locked_layer.dxf";
+  auto db = Load(sample);
+  ASSERT_NE(db, nullptr);
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(acdbOpenObject(model, db->modelSpaceId(), AcDb::kForRead), Acad::eOk);
+  std::vector<AcDbObjectId> ids = model->entityIds();
+  model->close();
+  ASSERT_EQ(ids.size(), 2u);  // a line on "Walls", a line on locked "Frozen"
+  AcDbObjectId free_line = ids[0], locked_line = ids[1];
+
+  AcDbEntity* reader = nullptr;
+  AcDbEntity* other = nullptr;
+  ASSERT_EQ(acdbOpenObject(reader, free_line, AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(acdbOpenObject(other, free_line, AcDb::kForWrite), Acad::eWasOpenForRead);
+  reader->close();
+  ASSERT_EQ(acdbOpenObject(reader, free_line, AcDb::kForWrite), Acad::eOk);
+  EXPECT_EQ(acdbOpenObject(other, free_line, AcDb::kForRead), Acad::eWasOpenForWrite);
+  EXPECT_EQ(reader->erase(), Acad::eOk);
+  reader->close();
+  EXPECT_EQ(acdbOpenObject(other, free_line, AcDb::kForRead), Acad::eWasErased);
+  EXPECT_EQ(acdbOpenObject(other, locked_line, AcDb::kForWrite), Acad::eOnLockedLayer);
+  EXPECT_EQ(acdbOpenObject(other, AcDbObjectId(), AcDb::kForRead), Acad::eNullObjectId);
+  AcDbLine* line = nullptr;
+  AcDbText* text = nullptr;
+  ASSERT_EQ(acdbOpenObject(line, locked_line, AcDb::kForRead), Acad::eOk);
+  line->close();
+  EXPECT_EQ(acdbOpenObject(text, locked_line, AcDb::kForRead), Acad::eNotThatKindOfClass);
+}
+
+TEST(DatabaseOpenTest, DuplicateHandlesFailTheLoadNamingBothLines) {
+  auto path = WriteDrawing("duplicate.dxf",
+                           "0\nSECTION\n2\nENTITIES\n0\nLINE\n5\n1A\n8\n0\n0\nLINE\n5\n1A\n8\n0\n0\nENDSEC\n0\nEOF\n");
+  std::string error;
+  EXPECT_EQ(fx::dxf::ReadDrawing(path.string(), &error), nullptr);
+  EXPECT_EQ(error, path.string() + ":11: duplicate handle 1A (first used at line 5)");
+}
