@@ -52,6 +52,23 @@ double ArrowSize(const AcDbLeader& leader) {
   return size;
 }
 
+// The arrowhead's corners, tip first; false when the leader shows none.
+bool ArrowHead(const AcDbLeader& leader, const std::vector<AcGePoint3d>& points, AcGePoint3d (&arrow)[3]) {
+  if (points.size() < 2 || !leader.hasArrowHead()) return false;
+  AcGeVector3d along = points[1] - points[0];
+  if (along.length() == 0) return false;
+  double size = ArrowSize(leader);
+  const TagList& tags = leader.impl()->tags();
+  AcGeVector3d normal = fx::dxf::ReadNormal(tags, DataOf(tags, kLeader));
+  AcGeVector3d unit = along.normal();
+  AcGeVector3d side = normal.crossProduct(unit).normal() * (size * kArrowWidthRatio / 2);
+  AcGePoint3d back = points[0] + unit * size;
+  arrow[0] = points[0];
+  arrow[1] = back + side;
+  arrow[2] = back - side;
+  return true;
+}
+
 Range XlineData(const AcDbXline& xline) {
   const TagList& tags = xline.impl()->tags();
   return DataOf(tags, xline.impl()->type() == "RAY" ? kRay : kXline);
@@ -81,15 +98,8 @@ bool AcDbLeader::worldDraw(AcGiWorldDraw* world_draw) {
   if (points.size() < 2) return true;
   AcGiWorldGeometry& geometry = world_draw->geometry();
   if (geometry.polyline(static_cast<uint32_t>(points.size()), points.data())) return false;
-  AcGeVector3d along = points[1] - points[0];
-  if (!hasArrowHead() || along.length() == 0) return true;
-  double size = ArrowSize(*this);
-  const TagList& tags = impl()->tags();
-  AcGeVector3d normal = fx::dxf::ReadNormal(tags, DataOf(tags, kLeader));
-  AcGeVector3d unit = along.normal();
-  AcGeVector3d side = normal.crossProduct(unit).normal() * (size * kArrowWidthRatio / 2);
-  AcGePoint3d back = points[0] + unit * size;
-  const AcGePoint3d arrow[3] = {points[0], back + side, back - side};
+  AcGePoint3d arrow[3];
+  if (!ArrowHead(*this, points, arrow)) return true;
   world_draw->subEntityTraits().setFillType(kAcGiFillAlways);
   bool stop = geometry.polygon(3, arrow);
   world_draw->subEntityTraits().setFillType(kAcGiFillNever);
@@ -112,10 +122,12 @@ bool AcDbXline::worldDraw(AcGiWorldDraw* world_draw) {
 
 namespace fx::dxf {
 
-// The vertices only: the arrowhead, an arrow size beyond the first vertex
-// at most, is left out.
 void AddExtents(const AcDbLeader& leader, const AcGeMatrix3d& transform, AcDbExtents& box) {
-  for (const AcGePoint3d& point : Vertices(leader)) box.addPoint(transform * point);
+  std::vector<AcGePoint3d> points = Vertices(leader);
+  for (const AcGePoint3d& point : points) box.addPoint(transform * point);
+  AcGePoint3d arrow[3];
+  if (ArrowHead(leader, points, arrow))
+    for (const AcGePoint3d& corner : arrow) box.addPoint(transform * corner);
 }
 
 }  // namespace fx::dxf

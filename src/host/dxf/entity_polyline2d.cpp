@@ -259,7 +259,20 @@ namespace fx::dxf {
 
 void AddExtents(const AcDb2dPolyline& polyline, const AcGeMatrix3d& transform, AcDbExtents& box) {
   std::vector<VertexRecord> records = ReadVertexRecords(polyline);
-  if (polyline.is3d() || polyline.isPolyfaceMesh() || polyline.isPolygonMesh()) {
+  if (polyline.isPolyfaceMesh()) {
+    // What shows of a polyface mesh: the vertices its faces use (all of
+    // them when it has no faces).
+    std::vector<AcGePoint3d> points = Positions(records, true);
+    std::vector<int32_t> faces = PolyfaceFaces(records, points.size());
+    if (faces.empty()) {
+      for (const AcGePoint3d& p : points) box.addPoint(transform * p);
+      return;
+    }
+    for (size_t i = 0; i < faces.size(); i += static_cast<size_t>(faces[i]) + 1)
+      for (int32_t k = 1; k <= faces[i]; ++k) box.addPoint(transform * points[static_cast<size_t>(faces[i + k])]);
+    return;
+  }
+  if (polyline.is3d() || polyline.isPolygonMesh()) {
     for (const AcGePoint3d& p : Positions(records, !polyline.is3d())) box.addPoint(transform * p);
     return;
   }

@@ -1,0 +1,190 @@
+// Extents of single entities, checked against geometry worked out by hand
+// and against what the same entity draws (arcs sampled by the recording
+// sink): two independent routes to the same box.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "entity_test_support.h"
+#include "host/db_entities.h"
+#include "host/dxf/draw_text_box.h"
+
+namespace {
+
+using fx::testing::Make;
+using fx::testing::RecordingDraw;
+constexpr double kPi = std::numbers::pi;
+
+AcDbExtents ExtentsOf(const AcDbEntity& entity) {
+  AcDbExtents box;
+  EXPECT_EQ(entity.getGeomExtents(box), Acad::eOk);
+  return box;
+}
+
+void ExpectBox(const AcDbExtents& box, const AcGePoint3d& min, const AcGePoint3d& max, double tolerance = 1e-9) {
+  EXPECT_NEAR(box.minPoint().x, min.x, tolerance);
+  EXPECT_NEAR(box.minPoint().y, min.y, tolerance);
+  EXPECT_NEAR(box.minPoint().z, min.z, tolerance);
+  EXPECT_NEAR(box.maxPoint().x, max.x, tolerance);
+  EXPECT_NEAR(box.maxPoint().y, max.y, tolerance);
+  EXPECT_NEAR(box.maxPoint().z, max.z, tolerance);
+}
+
+// The extents contain what the entity draws and exceed it by no more than
+// the sink's sampling of arcs (4096 points a turn).
+void ExpectExtentsMatchDrawing(AcDbEntity& entity, double size) {
+  RecordingDraw draw;
+  draw.set_deviation(size * 1e-9);
+  entity.worldDraw(&draw);
+  AcDbExtents drawn = fx::testing::BoxOfDrawing(draw);
+  ExpectBox(ExtentsOf(entity), drawn.minPoint(), drawn.maxPoint(), size * 1e-6);
+}
+
+// With normal -Z the object x axis points to world -x: an arc from 0 to 90
+// degrees about (2, 0) in object coordinates spans world x from -3 to -2.
+TEST(EntityExtents, ArcWithNegativeExtrusion) {
+  auto arc = Make<AcDbArc>("0 ARC\n100 AcDbEntity\n8 0\n100 AcDbCircle\n10 2\n20 0\n30 4\n40 1\n"
+                           "210 0\n220 0\n230 -1\n100 AcDbArc\n50 0\n51 90\n");
+  ExpectBox(ExtentsOf(*arc), {-3, 0, -4}, {-2, 1, -4});
+  ExpectExtentsMatchDrawing(*arc, 1);
+}
+
+TEST(EntityExtents, ArcsCrossingQuadrantsReachTheirQuadrantPoints) {
+  struct Case {
+    const char* angles;
+    AcGePoint3d min, max;
+  } cases[] = {
+      {"50 45\n51 135\n", {-std::sqrt(0.5), std::sqrt(0.5), 0}, {std::sqrt(0.5), 1, 0}},
+      {"50 135\n51 45\n", {-1, -1, 0}, {1, std::sqrt(0.5), 0}},  // the long way round
+      {"50 -30\n51 30\n", {std::sqrt(0.75), -0.5, 0}, {1, 0.5, 0}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.angles);
+    auto arc = Make<AcDbArc>(std::string("0 ARC\n8 0\n10 0\n20 0\n30 0\n40 1\n") + c.angles);
+    ExpectBox(ExtentsOf(*arc), c.min, c.max);
+    ExpectExtentsMatchDrawing(*arc, 1);
+  }
+}
+
+// A circle about a tilted normal n spans r sqrt(1 - n_i^2) along each axis.
+TEST(EntityExtents, CircleAboutATiltedNormal) {
+  auto circle = Make<AcDbCircle>("0 CIRCLE\n8 0\n10 1\n20 2\n30 3\n40 2\n210 1\n220 1\n230 1\n");
+  AcGePoint3d c = circle->center();
+  double half = 2 * std::sqrt(1 - 1.0 / 3);
+  ExpectBox(ExtentsOf(*circle), c - AcGeVector3d(half, half, half), c + AcGeVector3d(half, half, half));
+  ExpectExtentsMatchDrawing(*circle, 4);
+}
+
+// A room outline in the plane of -Z at elevation 3: a straight bottom, a
+// half circle out of its right side, a clockwise quarter bowing in on its left.
+TEST(EntityExtents, BulgedPolylineInObjectCoordinates) {
+  auto polyline = Make<AcDbPolyline>(
+      "0 LWPOLYLINE\n100 AcDbEntity\n8 0\n100 AcDbPolyline\n90 4\n70 1\n38 3\n"
+      "10 0\n20 0\n10 10\n20 0\n42 1\n10 10\n20 4\n10 0\n20 4\n42 -0.41421356237309503\n210 0\n220 0\n230 -1\n");
+  // Object x runs to world -x, and the elevation to world -z.
+  ExpectBox(ExtentsOf(*polyline), {-12, 0, -3}, {0, 4, -3});
+  ExpectExtentsMatchDrawing(*polyline, 12);
+  double area = 0;
+  ASSERT_EQ(polyline->getArea(area), Acad::eOk);
+  double r = 4 / std::sqrt(2.0);
+  EXPECT_NEAR(area, 40 + 2 * kPi - r * r / 2 * (kPi / 2 - 1), 1e-9);
+}
+
+TEST(EntityExtents, EllipseArcIsExact) {
+  auto ellipse = Make<AcDbEllipse>(
+      "0 ELLIPSE\n100 AcDbEntity\n8 0\n100 AcDbEllipse\n10 5\n20 5\n30 0\n11 3\n21 4\n31 0\n"
+      "210 0\n220 0\n230 1\n40 0.4\n41 0.5\n42 4\n");
+  AcDbExtents box = ExtentsOf(*ellipse);
+  AcDbExtents sampled;
+  for (int i = 0; i <= 400000; ++i) sampled.addPoint(ellipse->pointAtParam(0.5 + 3.5 * i / 400000));
+  ExpectBox(box, sampled.minPoint(), sampled.maxPoint(), 1e-9);
+}
+
+TEST(EntityExtents, SplineIsTighterThanItsControlPoints) {
+  auto spline = Make<AcDbSpline>(
+      "0 SPLINE\n100 AcDbEntity\n8 0\n100 AcDbSpline\n70 8\n71 3\n72 8\n73 4\n74 0\n"
+      "40 0\n40 0\n40 0\n40 0\n40 1\n40 1\n40 1\n40 1\n10 0\n20 0\n30 0\n10 1\n20 3\n30 0\n10 3\n20 3\n30 0\n10 4\n20 0\n30 0\n");
+  // The Bezier's top is 3 x 3/4 = 2.25 at its middle.
+  ExpectBox(ExtentsOf(*spline), {0, 0, 0}, {4, 2.25, 0}, 1e-12);
+}
+
+// TEXT boxes by the width rule: 0.65 x height x width factor per character.
+TEST(EntityExtents, TextBoxesFollowAlignment) {
+  const double w = 4 * fx::dxf::kAverageAdvance * 2;  // "ROOM" at height 2
+  struct Case {
+    const char* name;
+    const char* alignment;
+    AcGePoint3d min, max;
+  } cases[] = {
+      {"left baseline", "", {10, 10, 0}, {10 + w, 12, 0}},
+      {"centre", "72 1\n11 20\n21 10\n31 0\n", {20 - w / 2, 10, 0}, {20 + w / 2, 12, 0}},
+      {"right top", "72 2\n11 20\n21 10\n31 0\n73 3\n", {20 - w, 8, 0}, {20, 10, 0}},
+      {"middle", "72 4\n11 20\n21 10\n31 0\n", {20 - w / 2, 9, 0}, {20 + w / 2, 11, 0}},
+      {"bottom", "72 0\n11 20\n21 10\n31 0\n73 1\n", {20, 10 + 0.6, 0}, {20 + w, 12.6, 0}},
+      {"fit", "72 5\n11 30\n21 10\n31 0\n", {10, 10, 0}, {30, 12, 0}},
+      {"rotated 90", "50 90\n", {8, 10, 0}, {10, 10 + w, 0}},
+      {"backwards", "71 2\n", {10 - w, 10, 0}, {10, 12, 0}},
+      {"upside down", "71 4\n", {10, 8, 0}, {10 + w, 10, 0}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    auto text = Make<AcDbText>(std::string("0 TEXT\n8 0\n10 10\n20 10\n30 0\n40 2\n1 ROOM\n") + c.alignment);
+    ExpectBox(ExtentsOf(*text), c.min, c.max);
+  }
+}
+
+TEST(EntityExtents, EmptyTextAndInfiniteLinesHaveNoExtents) {
+  AcDbExtents box;
+  EXPECT_EQ(Make<AcDbText>("0 TEXT\n8 0\n10 0\n20 0\n40 1\n1 \n")->getGeomExtents(box), Acad::eInvalidExtents);
+  EXPECT_EQ(Make<AcDbXline>("0 XLINE\n8 0\n10 0\n20 0\n30 0\n11 1\n21 0\n31 0\n")->getGeomExtents(box),
+            Acad::eInvalidExtents);
+  EXPECT_EQ(Make<AcDbMText>("0 MTEXT\n8 0\n10 0\n20 0\n30 0\n40 1\n1 {}\n")->getGeomExtents(box),
+            Acad::eInvalidExtents);
+}
+
+TEST(EntityExtents, MTextByAttachmentAndStoredSize) {
+  // Two lines, "Office" (6 characters) and "12" at height 1, centred on (0, 0).
+  auto estimated = Make<AcDbMText>("0 MTEXT\n8 0\n10 0\n20 0\n30 0\n40 1\n71 5\n1 Office\\P12\n");
+  double width = 6 * fx::dxf::kAverageAdvance, height = 1 + 5.0 / 3.0;
+  ExpectBox(ExtentsOf(*estimated), {-width / 2, -height / 2, 0}, {width / 2, height / 2, 0});
+  // The size the editor measured wins; bottom right attachment, rotated 90.
+  auto measured = Make<AcDbMText>(
+      "0 MTEXT\n100 AcDbEntity\n8 0\n100 AcDbMText\n10 5\n20 5\n30 0\n40 1\n41 0\n71 9\n1 Office\\P12\n"
+      "11 0\n21 1\n31 0\n42 3.5\n43 2.75\n");
+  ExpectBox(ExtentsOf(*measured), {5 - 2.75, 5 - 3.5, 0}, {5, 5, 0});
+}
+
+TEST(EntityExtents, SolidsFacesPointsLeaders) {
+  auto solid = Make<AcDbSolid>("0 SOLID\n8 0\n10 0\n20 0\n30 1\n11 2\n21 0\n31 1\n12 0\n22 3\n32 1\n13 2\n23 3\n33 1\n"
+                               "210 0\n220 0\n230 -1\n");
+  ExpectBox(ExtentsOf(*solid), {-2, 0, -1}, {0, 3, -1});
+  auto face = Make<AcDbFace>("0 3DFACE\n8 0\n10 0\n20 0\n30 0\n11 1\n21 0\n31 2\n12 1\n22 1\n32 0\n13 0\n23 1\n33 -1\n");
+  ExpectBox(ExtentsOf(*face), {0, 0, -1}, {1, 1, 2});
+  auto point = Make<AcDbPoint>("0 POINT\n8 0\n10 3\n20 4\n30 5\n");
+  ExpectBox(ExtentsOf(*point), {3, 4, 5}, {3, 4, 5});
+  const char* const leader_tags = "0 LEADER\n100 AcDbEntity\n8 0\n100 AcDbLeader\n76 2\n10 0\n20 0\n30 0\n10 5\n20 0\n30 0\n";
+  ExpectBox(ExtentsOf(*Make<AcDbLeader>(std::string(leader_tags) + "71 0\n")), {0, 0, 0}, {5, 0, 0});
+  // The arrowhead (0.18 long, a third as wide, without a dimension style)
+  // is as wide as the leader's box is high.
+  auto arrowed = Make<AcDbLeader>(std::string(leader_tags) + "71 1\n");
+  ExpectBox(ExtentsOf(*arrowed), {0, -0.03, 0}, {5, 0.03, 0});
+  RecordingDraw draw;
+  arrowed->worldDraw(&draw);
+  ASSERT_EQ(draw.Count(fx::testing::Primitive::kPolygon), 1u);
+}
+
+// A hatch's extents are its boundary's: a clockwise arc edge and an
+// elliptic edge, at an elevation, exact.
+TEST(EntityExtents, HatchBoundaryWithArcs) {
+  auto hatch = Make<AcDbHatch>(
+      "0 HATCH\n100 AcDbEntity\n8 0\n100 AcDbHatch\n10 0\n20 0\n30 2\n210 0\n220 0\n230 1\n2 SOLID\n70 1\n71 0\n91 1\n"
+      "92 1\n93 3\n72 1\n10 0\n20 0\n11 4\n21 0\n"
+      "72 2\n10 4\n20 2\n40 2\n50 270\n51 90\n73 0\n"            // clockwise from (4,4) through (6,2)
+      "72 3\n10 2\n20 4\n11 2\n21 0\n40 0.5\n50 0\n51 180\n73 1\n"  // from (4,4) over (2,5) to (0,4)
+      "97 0\n75 0\n76 1\n98 0\n");
+  ExpectBox(ExtentsOf(*hatch), {0, 0, 2}, {6, 5, 2}, 1e-12);
+  ExpectExtentsMatchDrawing(*hatch, 6);
+}
+
+}  // namespace

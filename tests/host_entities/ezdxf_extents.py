@@ -1,0 +1,168 @@
+"""Extents of the model-space entities of a drawing by ezdxf, for the C++ test
+that compares them with the host's getGeomExtents.
+
+Usage: ezdxf_extents.py DRAWING            -- one JSON object per line and entity
+       ezdxf_extents.py DRAWING HANDLE...  -- finer boxes of those entities
+
+Each line of the first form is {"handle", "type"} with either "box" (ezdxf's
+bbox.extents(fast=False): minimum then maximum corner) or "skip" (why the
+entity is not compared: text, whose size ezdxf measures with fonts; types the
+host does not measure; no extents).
+
+ezdxf's precise box is exact for the cubic Bezier curves it turns arcs,
+ellipses and bulges into, not for those curves themselves (up to about 3e-4
+of the radius for a quarter turn); it also counts polyline widths. The
+second form therefore gives, per handle, the box of points on the true
+centre lines: the entity exploded into ezdxf's lines, arcs, ellipses and
+splines (polylines into lines and arcs, hatches into their boundary
+curves), each flattened with a deviation below "distance" (relative 1e-7
+of the entity's size). That box lies inside the exact box and no more than
+"distance" short of it.
+"""
+import json
+import sys
+
+import ezdxf
+from ezdxf import bbox, disassemble
+from ezdxf.entities import Arc, Ellipse, Line, LWPolyline, Spline
+from ezdxf.entities.boundary_paths import ArcEdge, EllipseEdge, LineEdge, PolylinePath, SplineEdge
+from ezdxf.math import BoundingBox, Vec3
+
+TEXT_TYPES = {"TEXT", "MTEXT", "ATTRIB", "ATTDEF"}
+# What the host measures; everything else is skipped (and inside blocks it
+# makes the insert skipped).
+HOST_TYPES = {
+    "LINE", "ARC", "CIRCLE", "ELLIPSE", "SPLINE", "LWPOLYLINE", "POLYLINE", "HATCH",
+    "SOLID", "TRACE", "3DFACE", "POINT", "INSERT", "DIMENSION", "LEADER", "XLINE", "RAY",
+}
+# Block contents ezdxf measures but the host does not, or not alike.
+CONTENT_TYPES = HOST_TYPES - {"INSERT", "DIMENSION"}
+
+
+def skip_reason(entity):
+    kind = entity.dxftype()
+    if kind in TEXT_TYPES:
+        return "text"
+    if kind not in HOST_TYPES:
+        return "not a host type"
+    if kind == "LEADER" and (entity.dxf.get("annotation_type", 3) != 3 or entity.dxf.get("has_arrowhead", 1)):
+        # ezdxf draws a line of the annotation's width beyond the last vertex
+        # and the dimension style's arrow block; the host neither.
+        return "leader with annotation or arrowhead"
+    if kind in ("INSERT", "DIMENSION", "LEADER"):
+        try:
+            parts = list(disassemble.recursive_decompose([entity]))
+        except Exception as error:  # a broken block: nothing to compare
+            return "ezdxf cannot explode it: %s" % error
+        kinds = {part.dxftype() for part in parts}
+        if kinds & TEXT_TYPES:
+            return "contains text"
+        if kinds - CONTENT_TYPES:
+            return "contains " + ",".join(sorted(kinds - CONTENT_TYPES))
+    return None
+
+
+def corners(box):
+    return list(box.extmin) + list(box.extmax)
+
+
+def coarse(doc):
+    for entity in doc.modelspace():
+        record = {"handle": entity.dxf.handle, "type": entity.dxftype()}
+        reason = skip_reason(entity)
+        if reason is None:
+            box = bbox.extents([entity], fast=False)
+            if box.has_data:
+                record["box"] = corners(box)
+            else:
+                reason = "no extents"
+        if reason is not None:
+            record["skip"] = reason
+        print(json.dumps(record))
+
+
+def is_flat_polyline(part):
+    kind = part.dxftype()
+    return kind == "LWPOLYLINE" or (kind == "POLYLINE" and part.is_2d_polyline)
+
+
+def hatch_curves(hatch):
+    """The boundary of a hatch as ezdxf's virtual lines, arcs, ellipses,
+    splines and polylines (ezdxf has already made its arc edges run
+    counter-clockwise)."""
+    ocs = hatch.ocs()
+    elevation = hatch.dxf.elevation.z
+    extrusion = hatch.dxf.extrusion
+
+    def wcs(point):
+        return ocs.to_wcs(Vec3(point[0], point[1], elevation))
+
+    for path in hatch.paths:
+        if isinstance(path, PolylinePath):
+            polyline = LWPolyline.new(dxfattribs={"elevation": elevation, "extrusion": extrusion})
+            polyline.set_points([(x, y, 0, 0, b) for x, y, b in path.vertices], format="xyseb")
+            polyline.closed = path.is_closed
+            yield polyline
+            continue
+        for edge in path.edges:
+            if isinstance(edge, LineEdge):
+                yield Line.new(dxfattribs={"start": wcs(edge.start), "end": wcs(edge.end)})
+            elif isinstance(edge, ArcEdge):
+                yield Arc.new(dxfattribs={
+                    "center": Vec3(edge.center.x, edge.center.y, elevation), "radius": edge.radius,
+                    "start_angle": edge.start_angle, "end_angle": edge.end_angle, "extrusion": extrusion})
+            elif isinstance(edge, EllipseEdge):
+                yield Ellipse.new(dxfattribs={
+                    "center": wcs(edge.center), "major_axis": ocs.to_wcs(Vec3(edge.major_axis)),
+                    "ratio": edge.ratio, "start_param": edge.start_param, "end_param": edge.end_param,
+                    "extrusion": extrusion})
+            elif isinstance(edge, SplineEdge):
+                spline = Spline.new(dxfattribs={"degree": edge.degree})
+                spline.control_points = [wcs(p) for p in edge.control_points]
+                spline.fit_points = [wcs(p) for p in edge.fit_points]
+                spline.knots = edge.knot_values
+                if edge.rational:
+                    spline.weights = edge.weights
+                yield spline
+
+
+def exploded(entity):
+    """The entity as ezdxf's simple curves: flat polylines split into lines
+    and arcs, hatches into their boundary curves."""
+    todo = list(disassemble.recursive_decompose([entity]))
+    while todo:
+        part = todo.pop()
+        if is_flat_polyline(part):
+            todo.extend(part.virtual_entities())
+        elif part.dxftype() == "HATCH":
+            todo.extend(hatch_curves(part))
+        else:
+            yield part
+
+
+def fine(doc, handles):
+    for handle in handles:
+        entity = doc.entitydb.get(handle)
+        size_box = bbox.extents([entity], fast=False)
+        size = max(size_box.size.magnitude, 1e-9) if size_box.has_data else 1.0
+        distance = size * 1e-7
+        box = BoundingBox()
+        for primitive in disassemble.to_primitives(exploded(entity), max_flattening_distance=distance):
+            box.extend(primitive.vertices())
+        record = {"handle": handle, "distance": distance}
+        if box.has_data:
+            record["fine"] = corners(box)
+        print(json.dumps(record))
+
+
+def main(argv):
+    doc = ezdxf.readfile(argv[1])
+    if len(argv) > 2:
+        fine(doc, argv[2:])
+    else:
+        coarse(doc)
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv))

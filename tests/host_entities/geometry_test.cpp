@@ -1,0 +1,240 @@
+// The host's geometry routines: arcs and bulges, splines, the text width
+// rule, and hatch pattern clipping, checked by invariants.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <random>
+
+#include "host/dxf/draw_curves.h"
+#include "host/dxf/draw_hatch.h"
+#include "host/dxf/draw_mtext.h"
+#include "host/dxf/draw_spline.h"
+#include "host/dxf/draw_text_box.h"
+
+namespace {
+
+using namespace fx::dxf;
+constexpr double kPi = std::numbers::pi;
+
+// The box of a curve by brute force: `samples` points.
+template <class F>
+AcDbExtents SampledBox(F point_at, double start, double sweep, int samples) {
+  AcDbExtents box;
+  for (int i = 0; i <= samples; ++i) box.addPoint(point_at(start + sweep * i / samples));
+  return box;
+}
+
+void ExpectBoxNear(const AcDbExtents& actual, const AcDbExtents& expected, double tolerance) {
+  EXPECT_NEAR(actual.minPoint().x, expected.minPoint().x, tolerance);
+  EXPECT_NEAR(actual.minPoint().y, expected.minPoint().y, tolerance);
+  EXPECT_NEAR(actual.minPoint().z, expected.minPoint().z, tolerance);
+  EXPECT_NEAR(actual.maxPoint().x, expected.maxPoint().x, tolerance);
+  EXPECT_NEAR(actual.maxPoint().y, expected.maxPoint().y, tolerance);
+  EXPECT_NEAR(actual.maxPoint().z, expected.maxPoint().z, tolerance);
+}
+
+TEST(CurveGeometry, ArcExtentsCrossingQuadrants) {
+  struct Case {
+    double start_degrees, end_degrees;
+    AcGePoint3d min, max;
+  } cases[] = {
+      {10, 80, {std::cos(80 * kPi / 180), std::sin(10 * kPi / 180), 0}, {std::cos(10 * kPi / 180), std::sin(80 * kPi / 180), 0}},
+      {45, 135, {-std::sqrt(0.5), std::sqrt(0.5), 0}, {std::sqrt(0.5), 1, 0}},      // crosses +Y
+      {170, 190, {-1, -std::sin(10 * kPi / 180), 0}, {std::cos(170 * kPi / 180), std::sin(10 * kPi / 180), 0}},
+      {300, 30, {std::cos(300 * kPi / 180), std::sin(300 * kPi / 180), 0}, {1, 0.5, 0}},  // wraps through 0
+      {0, 360, {-1, -1, 0}, {1, 1, 0}},
+      {90, 270, {-1, -1, 0}, {0, 1, 0}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::to_string(c.start_degrees) + ".." + std::to_string(c.end_degrees));
+    double start = c.start_degrees * kPi / 180, end = c.end_degrees * kPi / 180;
+    AcDbExtents box;
+    AddEllipticArcExtents(box, AcGePoint3d::kOrigin, {1, 0, 0}, {0, 1, 0}, start, CcwSweep(start, end));
+    ExpectBoxNear(box, AcDbExtents(c.min, c.max), 1e-12);
+  }
+}
+
+// A tilted, sheared ellipse arc: the analytic box against 200000 samples.
+TEST(CurveGeometry, EllipticArcExtentsMatchDenseSampling) {
+  std::mt19937 random(7);
+  std::uniform_real_distribution<double> coordinate(-3, 3), angle(0, 2 * kPi);
+  for (int trial = 0; trial < 20; ++trial) {
+    AcGePoint3d c{coordinate(random), coordinate(random), coordinate(random)};
+    AcGeVector3d u{coordinate(random), coordinate(random), coordinate(random)};
+    AcGeVector3d v{coordinate(random), coordinate(random), coordinate(random)};
+    double start = angle(random), sweep = angle(random);
+    AcDbExtents box;
+    AddEllipticArcExtents(box, c, u, v, start, sweep);
+    AcDbExtents sampled = SampledBox(
+        [&](double t) { return c + u * std::cos(t) + v * std::sin(t); }, start, sweep, 200000);
+    ExpectBoxNear(box, sampled, 1e-8);
+  }
+}
+
+TEST(CurveGeometry, BulgeArcAndArea) {
+  // A bulge of 1 is a half circle; two of them make a full circle.
+  Arc2d half = BulgeToArc({0, 0}, {2, 0}, 1);
+  EXPECT_NEAR(half.radius, 1, 1e-15);
+  EXPECT_TRUE(half.center.isEqualTo({1, 0}));
+  EXPECT_NEAR(half.sweep, kPi, 1e-15);
+  std::vector<AcGePoint2d> disk{{0, 0}, {2, 0}};
+  std::vector<double> bulges{1, 1};
+  EXPECT_NEAR(SignedBulgeArea(disk, bulges), kPi, 1e-12);
+  // A 10 x 4 rectangle, counter-clockwise, whose right side bulges out by a
+  // half circle of radius 2 and whose left side bows in by a quarter-turn arc.
+  std::vector<AcGePoint2d> room{{0, 0}, {10, 0}, {10, 4}, {0, 4}};
+  double inward = std::tan(kPi / 8);  // a 90 degree arc
+  std::vector<double> room_bulges{0, 1, 0, -inward};
+  double r = 4 / (2 * std::sin(kPi / 4));
+  double inward_segment = r * r / 2 * (kPi / 2 - 1);
+  EXPECT_NEAR(SignedBulgeArea(room, room_bulges), 40 + 2 * kPi - inward_segment, 1e-12);
+  // Clockwise outlines have negative area.
+  std::vector<AcGePoint2d> reversed{{0, 4}, {10, 4}, {10, 0}, {0, 0}};
+  std::vector<double> reversed_bulges{0, -1, 0, inward};
+  EXPECT_NEAR(SignedBulgeArea(reversed, reversed_bulges), -(40 + 2 * kPi - inward_segment), 1e-12);
+}
+
+TEST(CurveGeometry, TessellationStaysWithinDeviation) {
+  // Down to where kMaxCurveSegments caps the count (about 3e-5 here).
+  for (double deviation : {1.0, 1e-2, 1e-4}) {
+    std::vector<AcGePoint3d> points =
+        TessellateEllipticArc(AcGePoint3d::kOrigin, {100, 0, 0}, {0, 40, 0}, 0.3, 5, deviation);
+    for (size_t i = 0; i + 1 < points.size(); ++i) {
+      // The chord's midpoint lies within the deviation of the ellipse.
+      AcGePoint3d mid = points[i] + (points[i + 1] - points[i]) * 0.5;
+      double t = std::atan2(mid.y / 40, mid.x / 100);
+      AcGePoint3d on{100 * std::cos(t), 40 * std::sin(t), 0};
+      EXPECT_LE(mid.distanceTo(on), deviation * 1.0001);
+    }
+  }
+  EXPECT_EQ(TessellateEllipticArc(AcGePoint3d::kOrigin, {100, 0, 0}, {0, 40, 0}, 0, 5, 1e-9).size(),
+            static_cast<size_t>(kMaxCurveSegments) + 1);
+}
+
+// A clamped cubic B-spline against its Bezier form: same points.
+TEST(SplineGeometry, EvaluatesAsBezierAndSamplesWithinDeviation) {
+  std::vector<AcGePoint3d> control{{0, 0, 0}, {1, 3, 0}, {3, -2, 1}, {4, 1, 0}};
+  SplineCurve curve(3, {0, 0, 0, 0, 2, 2, 2, 2}, control, {});
+  ASSERT_TRUE(curve.valid());
+  for (double s : {0.0, 0.25, 0.5, 0.9, 1.0}) {
+    double a = 1 - s;
+    AcGeVector3d expected = (control[0] - AcGePoint3d::kOrigin) * (a * a * a) +
+                            (control[1] - AcGePoint3d::kOrigin) * (3 * a * a * s) +
+                            (control[2] - AcGePoint3d::kOrigin) * (3 * a * s * s) +
+                            (control[3] - AcGePoint3d::kOrigin) * (s * s * s);
+    EXPECT_TRUE(curve.Evaluate(2 * s).isEqualTo(AcGePoint3d::kOrigin + expected, AcGeTol(1e-12, 1e-12)));
+  }
+  std::vector<AcGePoint3d> points = curve.Sample(1e-4);
+  // Every point of the curve lies near the polyline.
+  for (int k = 0; k <= 20000; ++k) {
+    AcGePoint3d q = curve.Evaluate(2.0 * k / 20000);
+    double best = 1e300;
+    for (size_t i = 0; i + 1 < points.size(); ++i) {
+      AcGeVector3d ab = points[i + 1] - points[i];
+      double s = std::clamp((q - points[i]).dotProduct(ab) / ab.dotProduct(ab), 0.0, 1.0);
+      best = std::min(best, q.distanceTo(points[i] + ab * s));
+    }
+    EXPECT_LE(best, 1.2e-4);
+  }
+}
+
+TEST(SplineGeometry, ExtentsAreTightWhereTheControlHullIsNot) {
+  // A rational quadratic quarter circle: its hull reaches (1, 1), the curve does not.
+  double w = std::sqrt(0.5);
+  SplineCurve arc(2, {0, 0, 0, 1, 1, 1}, {{1, 0, 0}, {1, 1, 0}, {0, 1, 0}}, {1, w, 1});
+  for (double t : {0.0, 0.3, 0.7, 1.0}) EXPECT_NEAR(arc.Evaluate(t).distanceTo(AcGePoint3d::kOrigin), 1, 1e-14);
+  // Rotated 45 degrees the quarter circle's top is the point (0, 1) of the arc's middle.
+  SplineCurve rotated = arc.Transformed(AcGeMatrix3d::rotation(kPi / 4, AcGeVector3d::kZAxis));
+  AcDbExtents box;
+  rotated.AddExtents(box);
+  ExpectBoxNear(box, AcDbExtents({-std::sqrt(0.5), std::sqrt(0.5), 0}, {std::sqrt(0.5), 1, 0}), 1e-12);
+  // A non-rational cubic with interior extremes in several spans.
+  SplineCurve wave(3, {0, 0, 0, 0, 1, 2, 3, 3, 3, 3},
+                   {{0, 0, 0}, {1, 5, 0}, {2, -5, 0}, {3, 5, 2}, {4, -5, 0}, {5, 0, 0}}, {});
+  AcDbExtents exact;
+  wave.AddExtents(exact);
+  AcDbExtents sampled = SampledBox([&](double t) { return wave.Evaluate(t); }, 0, 3, 300000);
+  ExpectBoxNear(exact, sampled, 1e-9);
+}
+
+TEST(SplineGeometry, PeriodicKnotsAreUnwrapped) {
+  // Four control points of a square, one period of uniform knots: a closed
+  // curve symmetric about both axes.
+  SplineCurve closed(3, {0, 1, 2, 3, 4}, {{1, 0, 0}, {0, 1, 0}, {-1, 0, 0}, {0, -1, 0}}, {});
+  ASSERT_TRUE(closed.valid());
+  EXPECT_TRUE(closed.Evaluate(closed.start()).isEqualTo(closed.Evaluate(closed.end()), AcGeTol(1e-12, 1e-12)));
+  AcDbExtents box;
+  closed.AddExtents(box);
+  EXPECT_NEAR(box.maxPoint().x, -box.minPoint().x, 1e-12);
+  EXPECT_NEAR(box.maxPoint().y, -box.minPoint().y, 1e-12);
+  EXPECT_NEAR(box.maxPoint().x, 2.0 / 3.0, 1e-12);  // (P3 + 4 P0 + P1) / 6 at the knots
+}
+
+TEST(TextRule, WidthEstimateAndPercentCodes) {
+  EXPECT_DOUBLE_EQ(TextAdvance("Room"), 4 * kAverageAdvance);
+  EXPECT_DOUBLE_EQ(TextAdvance("\xE6\x88\xBF\xE9\x97\xB4" "101"), 2 * kWideAdvance + 3 * kAverageAdvance);
+  bool underlined = false;
+  EXPECT_EQ(ExpandPercentCodes("%%uA%%u %%C %%d %%%%%p %%065 %%x", &underlined),
+            "A \xE2\x8C\x80 \xC2\xB0 %\xC2\xB1 A %%x");
+  EXPECT_TRUE(underlined);
+}
+
+TEST(TextRule, MTextLinesWrapAndAttach) {
+  // Five characters of height 1 are 3.25 wide: "aaaaa bbbbb" wraps at 5.
+  MTextBlock block = LayoutMText("aaaaa bbbbb\ncc", 1, 1, 5, 1, 5);
+  ASSERT_EQ(block.lines.size(), 3u);
+  EXPECT_EQ(block.lines[1].text, "bbbbb");
+  double pitch = 5.0 / 3.0;
+  EXPECT_NEAR(block.top - block.bottom, 1 + 2 * pitch, 1e-12);
+  EXPECT_NEAR(block.top, -block.bottom, 1e-12);        // middle attachment
+  EXPECT_NEAR(block.left, -block.right, 1e-12);        // centre attachment
+  EXPECT_NEAR(block.lines[2].x, -0.65, 1e-12);         // "cc" centred
+  MTextBlock top_left = LayoutMText("x", 2, 1, 0, 1, 1);
+  EXPECT_NEAR(top_left.lines[0].y, -2, 1e-12);
+  EXPECT_EQ(top_left.left, 0);
+}
+
+// The dashes of parallel lines inside a polygon cover its area once: total
+// length x spacing = area, for a continuous pattern on a shape with a hole.
+TEST(HatchPattern, ContinuousLinesCoverTheAreaOnce) {
+  std::vector<std::vector<AcGePoint2d>> polygons{
+      {{0, 0}, {10, 0}, {10, 6}, {0, 6}},
+      {{2, 2}, {4, 2}, {4, 4}, {2, 4}},  // a hole, by the even-odd rule
+  };
+  AcDbHatchPatternLine family;
+  family.angle = kPi / 6;
+  family.offset = {-0.005, 0.01 * std::sqrt(3) / 2 * 2};  // some spacing across the lines
+  double spacing = std::abs(-std::sin(family.angle) * family.offset.x + std::cos(family.angle) * family.offset.y);
+  std::vector<PatternDash> dashes;
+  ASSERT_TRUE(ClipPattern(polygons, {family}, dashes));
+  double length = 0;
+  for (const PatternDash& dash : dashes) length += dash.start.distanceTo(dash.end);
+  EXPECT_NEAR(length * spacing, 60 - 4, 56 * 2e-3);
+}
+
+TEST(HatchPattern, DashesFollowTheirSequence) {
+  std::vector<std::vector<AcGePoint2d>> square{{{0, 0}, {10, 0}, {10, 10}, {0, 10}}};
+  AcDbHatchPatternLine family;
+  family.base = {0, 0.5};
+  family.offset = {0, 100};  // one line inside: y = 0.5
+  family.dashes = {1, -1};
+  std::vector<PatternDash> dashes;
+  ASSERT_TRUE(ClipPattern(square, {family}, dashes));
+  ASSERT_EQ(dashes.size(), 5u);
+  EXPECT_TRUE(dashes[0].start.isEqualTo({0, 0.5}));
+  EXPECT_TRUE(dashes[0].end.isEqualTo({1, 0.5}));
+  EXPECT_TRUE(dashes[4].start.isEqualTo({8, 0.5}));
+}
+
+TEST(HatchPattern, RefusesPatternsTooDenseToDraw) {
+  std::vector<std::vector<AcGePoint2d>> square{{{0, 0}, {1000, 0}, {1000, 1000}, {0, 1000}}};
+  AcDbHatchPatternLine family;
+  family.offset = {0, 0.01};  // 100000 lines
+  std::vector<PatternDash> dashes;
+  EXPECT_FALSE(ClipPattern(square, {family}, dashes));
+  EXPECT_TRUE(dashes.empty());
+}
+
+}  // namespace
