@@ -110,8 +110,13 @@ class RecordingDraw::Geometry : public AcGiWorldGeometry {
   bool polygon(uint32_t count, const AcGePoint3d* points) override {
     return Add(WithPoints(Primitive::kPolygon, count, points));
   }
-  bool shell(uint32_t count, const AcGePoint3d* vertices, uint32_t, const int32_t*) override {
-    return Add(WithPoints(Primitive::kShell, count, vertices));
+  // Records the vertices the faces use: what a shell shows.
+  bool shell(uint32_t count, const AcGePoint3d* vertices, uint32_t list_size, const int32_t* faces) override {
+    Primitive p = Start(Primitive::kShell);
+    for (uint32_t i = 0; i < list_size; i += static_cast<uint32_t>(std::abs(faces[i])) + 1)
+      for (int32_t k = 1; k <= std::abs(faces[i]) && i + k < list_size; ++k)
+        if (static_cast<uint32_t>(faces[i + k]) < count) p.points.push_back(Model() * vertices[faces[i + k]]);
+    return Add(std::move(p));
   }
   bool text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
             const char* text, bool, const AcGiTextStyle& style) override {
@@ -196,7 +201,7 @@ size_t RecordingDraw::Count(Primitive::Kind kind) const {
 AcDbExtents BoxOfDrawing(const RecordingDraw& draw) {
   AcDbExtents box;
   for (const Primitive& p : draw.primitives())
-    if (p.kind != Primitive::kText)
+    if (p.kind != Primitive::kText && p.kind != Primitive::kXline && p.kind != Primitive::kRay)
       for (const AcGePoint3d& q : p.points) box.addPoint(q);
   return box;
 }

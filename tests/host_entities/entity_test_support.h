@@ -79,8 +79,9 @@ class RecordingDraw : public AcGiWorldDraw {
   double deviation_ = 1e-3;
 };
 
-// The box of what was drawn, text left out (arcs and circles by points
-// sampled 4096 to a turn), to compare with extents.
+// The box of what was drawn, text and infinite lines left out (arcs and
+// circles by points sampled 4096 to a turn, shells by the vertices their
+// faces use), to compare with extents.
 AcDbExtents BoxOfDrawing(const RecordingDraw& draw);
 
 }  // namespace fx::testing

@@ -7,6 +7,8 @@
 namespace fx::dxf {
 namespace {
 
+// The highest degree evaluated; files use 1 to 3, rarely up to 11.
+constexpr size_t kMaxDegree = 31;
 // Adaptive sampling halves a parameter interval at most this often.
 constexpr int kMaxSampleDepth = 24;
 // The most points one sampling returns, whatever the deviation asked for.
@@ -40,7 +42,7 @@ SplineCurve::SplineCurve(int degree, std::vector<double> knots, std::vector<AcGe
     weights_.clear();
   size_t n = points_.size();
   size_t p = degree_ > 0 ? static_cast<size_t>(degree_) : 0;
-  if (p == 0 || n <= p) return;
+  if (p == 0 || p > kMaxDegree || n <= p) return;
   if (knots_.size() == n + 1) Unwrap();
   n = points_.size();
   if (knots_.size() != n + p + 1) return;
@@ -86,8 +88,7 @@ AcGePoint3d SplineCurve::Evaluate(double t) const {
   k = std::clamp(k == 0 ? size_t{0} : k - 1, p, n - 1);
   while (k > p && knots_[k] == knots_[k + 1]) --k;
   // De Boor's algorithm in homogeneous coordinates.
-  Homogeneous d[32];
-  if (p >= 32) return points_.front();
+  Homogeneous d[kMaxDegree + 1];
   for (size_t j = 0; j <= p; ++j) {
     const AcGePoint3d& q = points_[j + k - p];
     double w = weights_.empty() ? 1 : weights_[j + k - p];

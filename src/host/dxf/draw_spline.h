@@ -21,11 +21,10 @@ class SplineCurve {
   SplineCurve(int degree, std::vector<double> knots, std::vector<AcGePoint3d> points,
               std::vector<double> weights);
 
-  // Whether the data make a curve: degree >= 1, enough control points,
+  // Whether the data make a curve: degree 1 to 31, enough control points,
   // n + degree + 1 non-decreasing knots, positive weights. An invalid curve
   // is drawn and measured as its control polygon.
   bool valid() const { return valid_; }
-  int degree() const { return degree_; }
   const std::vector<AcGePoint3d>& points() const { return points_; }
   double start() const;  // the parameter range of a valid curve
   double end() const;

@@ -29,9 +29,6 @@ using Range = TagList::Range;
 // codes of the entity's own. A record that has markers but not this one
 // answers everything after its AcDbEntity data.
 Range DataOf(const TagList& tags, std::string_view marker);
-inline Range DataOf(const AcDbObject& object, std::string_view marker) {
-  return DataOf(object.impl()->tags(), marker);
-}
 
 // Group 210, of unit length; +Z when absent or of zero length.
 AcGeVector3d ReadNormal(const TagList& tags, Range range);
