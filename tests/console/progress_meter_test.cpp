@@ -6,7 +6,6 @@
 #include <string>
 
 #include "console_fixture.h"
-#include "host/editor.h"
 
 namespace fx::console {
 namespace {
@@ -59,16 +58,6 @@ TEST_F(ProgressMeterTest, AnEmptyRangeShowsZero) {
   terminal_.error_is_terminal = true;
   meter_.Start("Wait", 5, 5);
   EXPECT_EQ(At(600, 5), Bar("Wait", 0, "  0"));
-}
-
-class ProgressOnConsoleTest : public ConsoleTest {};
-
-TEST_F(ProgressOnConsoleTest, TheEditorFunctionsDriveTheMeterQuietlyInBatch) {
-  EXPECT_EQ(acedSetStatusBarProgressMeter("Sending", 0, 100), 0);
-  EXPECT_EQ(acedSetStatusBarProgressMeterPos(50), 0);
-  acedRestoreStatusBar();
-  EXPECT_EQ(terminal_.err, "");
-  EXPECT_EQ(terminal_.out, "");
 }
 
 }  // namespace

@@ -124,16 +124,5 @@ TEST(ScriptInputTest, TypedLinesFollowTheScript) {
   EXPECT_FALSE(input.Next(TokenEnd::kBlank, token, &origin));
 }
 
-TEST(ScriptInputTest, ClearDropsWhatIsLeft) {
-  ScriptInput input;
-  input.AddLine("A B");
-  input.AddLine("C");
-  std::string token;
-  ASSERT_TRUE(input.Next(TokenEnd::kBlank, token));
-  input.Clear();
-  EXPECT_FALSE(input.hasPending());
-  EXPECT_FALSE(input.Next(TokenEnd::kBlank, token));
-}
-
 }  // namespace
 }  // namespace fx::console

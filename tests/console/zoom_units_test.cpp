@@ -115,6 +115,16 @@ TEST_F(HostCommandsTest, ZoomWithoutAnObjectIsCancelled) {
                 "command ZOOM was cancelled: the input ran out while it waited for an answer"});
 }
 
+// Found on an R12 drawing from another program: it has no viewport table.
+TEST_F(HostCommandsTest, ADrawingWithoutAViewportIsNoFailure) {
+  Open(std::string(FX_CONSOLE_TEST_DATA) + "/no_viewport.dxf");
+  EXPECT_EQ(Run("ZOOM E"),
+            "\nCommand: ZOOM\nZoom [Extents/Object]: E"
+            "\nThe drawing has no *ACTIVE viewport: no view to change.\n");
+  EXPECT_TRUE(runner().problems().empty());
+  EXPECT_EQ(database().extmax(), AcGePoint3d(160, 50, 0));
+}
+
 TEST_F(HostCommandsTest, UnitsShowsAndSetsInsunits) {
   Open(kSmallPlan);
   EXPECT_EQ(

@@ -6,6 +6,8 @@
 //          Object: fits it to the objects selected at "Select objects:",
 //          each named by its handle in hexadecimal; an empty answer ends the
 //          selection, as does the end of the answers once one is selected.
+//          A drawing without an *ACTIVE viewport has no view: ZOOM says so
+//          and ends normally.
 //   UNITS  shows $INSUNITS and asks for a new value (0 to 20); an empty
 //          answer keeps it.
 #ifndef FLOORXPORT_HOST_DXF_CONSOLE_HOST_COMMANDS_H_

@@ -11,15 +11,12 @@
 namespace fx::console {
 namespace {
 
-void Fail(const char* message) {
-  acutPrintf("%s", message);
-  CurrentRunner().FailCommand();
-}
-
 void Zoom(AcDbDatabase& database, const AcDbExtents& extents) {
   Acad::ErrorStatus status = ZoomActiveView(database, extents);
   if (status == Acad::eKeyNotFound) {
-    Fail("\nThe drawing has no *ACTIVE viewport to zoom.");
+    // Drawings from other programs may have no viewport table: there is
+    // no view to change, and nothing wrong with the drawing.
+    acutPrintf("\nThe drawing has no *ACTIVE viewport: no view to change.");
   } else if (status != Acad::eOk) {
     acutPrintf("\nZOOM: %s", Acad::acadErrorStatusText(status));
     CurrentRunner().FailCommand();
@@ -90,7 +87,11 @@ void ZoomObjects(AcDbDatabase& database) {
 
 void ZoomCommand() {
   AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
-  if (database == nullptr) return Fail("\nNo drawing is open.");
+  if (database == nullptr) {
+    acutPrintf("\nNo drawing is open.");
+    CurrentRunner().FailCommand();
+    return;
+  }
   acedInitGet(0, "Extents Object");
   char option[32];
   int status = acedGetKword("\nZoom [Extents/Object]: ", option, sizeof option);
