@@ -4,6 +4,7 @@
 // insert themselves.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -18,304 +19,59 @@ using fx::testing::Primitive;
 using fx::testing::RecordingDraw;
 constexpr double kPi = std::numbers::pi;
 
-// An R12 drawing. CHAIR (base 1,1): a line and a half circle, an attribute
+// An R12 drawing, one record per line with '|' between its tags. CHAIR (base 1,1): a line and a half circle, an attribute
 // definition. ROOM: a CHAIR at (10,0) scaled 2, a circle of radius 5. LOOP
 // inserts itself; A inserts B, which inserts A. *D1 draws a dimension.
-const char* const kDrawing = R"(0 SECTION
-2 HEADER
-9 $ACADVER
-1 AC1009
+const char* const kDrawing = R"(0 SECTION|2 HEADER|9 $ACADVER|1 AC1009
 0 ENDSEC
-0 SECTION
-2 BLOCKS
-0 BLOCK
-8 0
-2 CHAIR
-70 2
-10 1
-20 1
-30 0
-0 LINE
-8 0
-10 1
-20 1
-30 0
-11 3
-21 1
-31 0
-0 ARC
-8 0
-10 2
-20 2
-30 0
-40 1
-50 0
-51 180
-0 ATTDEF
-8 0
-10 1
-20 1
-30 0
-40 0.5
-1 ?
-3 Number
-2 NO
-70 0
-0 ENDBLK
-8 0
-0 BLOCK
-8 0
-2 ROOM
-70 0
-10 0
-20 0
-30 0
-0 INSERT
-8 0
-2 CHAIR
-10 10
-20 0
-30 0
-41 2
-42 2
-43 2
-0 CIRCLE
-8 0
-10 0
-20 0
-30 0
-40 5
-0 ENDBLK
-8 0
-0 BLOCK
-8 0
-2 LOOP
-70 0
-10 0
-20 0
-30 0
-0 LINE
-8 0
-10 0
-20 0
-30 0
-11 1
-21 0
-31 0
-0 INSERT
-8 0
-2 LOOP
-10 5
-20 0
-30 0
-0 ENDBLK
-8 0
-0 BLOCK
-8 0
-2 A
-70 0
-10 0
-20 0
-30 0
-0 LINE
-8 0
-10 0
-20 0
-30 0
-11 0
-21 1
-31 0
-0 INSERT
-8 0
-2 B
-10 0
-20 10
-30 0
-0 ENDBLK
-8 0
-0 BLOCK
-8 0
-2 B
-70 0
-10 0
-20 0
-30 0
-0 LINE
-8 0
-10 0
-20 0
-30 0
-11 2
-21 0
-31 0
-0 INSERT
-8 0
-2 A
-10 10
-20 0
-30 0
-0 ENDBLK
-8 0
-0 BLOCK
-8 0
-2 *D1
-70 1
-10 0
-20 0
-30 0
-0 LINE
-8 0
-10 0
-20 0
-30 0
-11 4
-21 0
-31 0
-0 ENDBLK
-8 0
+0 SECTION|2 BLOCKS
+0 BLOCK|8 0|2 CHAIR|70 2|10 1|20 1|30 0
+0 LINE|8 0|10 1|20 1|30 0|11 3|21 1|31 0
+0 ARC|8 0|10 2|20 2|30 0|40 1|50 0|51 180
+0 ATTDEF|8 0|10 1|20 1|30 0|40 0.5|1 ?|3 Number|2 NO|70 0
+0 ENDBLK|8 0
+0 BLOCK|8 0|2 ROOM|70 0|10 0|20 0|30 0
+0 INSERT|8 0|2 CHAIR|10 10|20 0|30 0|41 2|42 2|43 2
+0 CIRCLE|8 0|10 0|20 0|30 0|40 5
+0 ENDBLK|8 0
+0 BLOCK|8 0|2 LOOP|70 0|10 0|20 0|30 0
+0 LINE|8 0|10 0|20 0|30 0|11 1|21 0|31 0
+0 INSERT|8 0|2 LOOP|10 5|20 0|30 0
+0 ENDBLK|8 0
+0 BLOCK|8 0|2 A|70 0|10 0|20 0|30 0
+0 LINE|8 0|10 0|20 0|30 0|11 0|21 1|31 0
+0 INSERT|8 0|2 B|10 0|20 10|30 0
+0 ENDBLK|8 0
+0 BLOCK|8 0|2 B|70 0|10 0|20 0|30 0
+0 LINE|8 0|10 0|20 0|30 0|11 2|21 0|31 0
+0 INSERT|8 0|2 A|10 10|20 0|30 0
+0 ENDBLK|8 0
+0 BLOCK|8 0|2 *D1|70 1|10 0|20 0|30 0
+0 LINE|8 0|10 0|20 0|30 0|11 4|21 0|31 0
+0 ENDBLK|8 0
 0 ENDSEC
-0 SECTION
-2 ENTITIES
-0 INSERT
-8 0
-66 1
-2 CHAIR
-10 100
-20 100
-30 0
-41 1
-42 2
-43 1
-50 30
-0 ATTRIB
-8 0
-10 100
-20 98
-30 0
-40 1
-1 12
-2 NO
-70 0
-0 SEQEND
-8 0
-0 INSERT
-8 0
-2 ROOM
-10 0
-20 0
-30 0
-50 90
-0 INSERT
-8 0
-2 LOOP
-10 0
-20 0
-30 0
-0 INSERT
-8 0
-2 A
-10 0
-20 0
-30 0
-0 INSERT
-8 0
-2 CHAIR
-10 0
-20 0
-30 0
-50 90
-70 3
-71 2
-44 10
-45 20
-0 POLYLINE
-8 0
-66 1
-10 0
-20 0
-30 3
-70 1
-210 0
-220 0
-230 -1
-0 VERTEX
-8 0
-10 0
-20 0
-30 3
-0 VERTEX
-8 0
-10 10
-20 0
-30 3
-42 1
-0 VERTEX
-8 0
-10 10
-20 4
-30 3
-0 VERTEX
-8 0
-10 0
-20 4
-30 3
-0 SEQEND
-8 0
-0 POLYLINE
-8 0
-66 1
-10 0
-20 0
-30 0
-70 64
-71 4
-72 1
-0 VERTEX
-8 0
-10 0
-20 0
-30 0
-70 192
-0 VERTEX
-8 0
-10 1
-20 0
-30 0
-70 192
-0 VERTEX
-8 0
-10 1
-20 1
-30 1
-70 192
-0 VERTEX
-8 0
-10 0
-20 1
-30 1
-70 192
-0 VERTEX
-8 0
-10 0
-20 0
-30 0
-70 128
-71 1
-72 2
-73 3
-74 -4
-0 SEQEND
-8 0
-0 DIMENSION
-8 0
-2 *D1
-10 0
-20 0
-30 0
-11 2
-21 1
-31 0
-70 0
+0 SECTION|2 ENTITIES
+0 INSERT|8 0|66 1|2 CHAIR|10 100|20 100|30 0|41 1|42 2|43 1|50 30
+0 ATTRIB|8 0|10 100|20 98|30 0|40 1|1 12|2 NO|70 0
+0 SEQEND|8 0
+0 INSERT|8 0|2 ROOM|10 0|20 0|30 0|50 90
+0 INSERT|8 0|2 LOOP|10 0|20 0|30 0
+0 INSERT|8 0|2 A|10 0|20 0|30 0
+0 INSERT|8 0|2 CHAIR|10 0|20 0|30 0|50 90|70 3|71 2|44 10|45 20
+0 POLYLINE|8 0|66 1|10 0|20 0|30 3|70 1|210 0|220 0|230 -1
+0 VERTEX|8 0|10 0|20 0|30 3
+0 VERTEX|8 0|10 10|20 0|30 3|42 1
+0 VERTEX|8 0|10 10|20 4|30 3
+0 VERTEX|8 0|10 0|20 4|30 3
+0 SEQEND|8 0
+0 POLYLINE|8 0|66 1|10 0|20 0|30 0|70 64|71 4|72 1
+0 VERTEX|8 0|10 0|20 0|30 0|70 192
+0 VERTEX|8 0|10 1|20 0|30 0|70 192
+0 VERTEX|8 0|10 1|20 1|30 1|70 192
+0 VERTEX|8 0|10 0|20 1|30 1|70 192
+0 VERTEX|8 0|10 0|20 0|30 0|70 128|71 1|72 2|73 3|74 -4
+0 SEQEND|8 0
+0 DIMENSION|8 0|2 *D1|10 0|20 0|30 0|11 2|21 1|31 0|70 0
 0 ENDSEC
 0 EOF
 )";
@@ -323,7 +79,9 @@ const char* const kDrawing = R"(0 SECTION
 class BlocksTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    db_ = fx::testing::LoadDrawing(kDrawing, "blocks.dxf");
+    std::string lines = kDrawing;
+    std::replace(lines.begin(), lines.end(), '|', '\n');
+    db_ = fx::testing::LoadDrawing(lines, "blocks.dxf");
     ASSERT_NE(db_, nullptr);
     ids_ = fx::testing::ModelSpaceIds(*db_);
     ASSERT_EQ(ids_.size(), 8u);

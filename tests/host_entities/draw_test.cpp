@@ -73,22 +73,6 @@ TEST(EntityDraw, ArcAboutNegativeZ) {
   EXPECT_TRUE(Near(ArcEnd(p), {0, 2, 0}));
 }
 
-TEST(EntityDraw, EllipseChordsStayWithinTheDeviation) {
-  auto ellipse = Make<AcDbEllipse>("0 ELLIPSE\n100 AcDbEntity\n8 0\n100 AcDbEllipse\n10 0\n20 0\n30 0\n"
-                                   "11 100\n21 0\n31 0\n40 0.5\n41 0\n42 6.283185307179586\n");
-  RecordingDraw draw;
-  draw.set_deviation(0.01);
-  ellipse->worldDraw(&draw);
-  ASSERT_EQ(draw.Count(Primitive::kPolyline), 1u);
-  const std::vector<AcGePoint3d>& points = draw.primitives()[0].points;
-  EXPECT_TRUE(Near(points.front(), points.back()));
-  for (size_t i = 0; i + 1 < points.size(); ++i) {
-    AcGePoint3d mid = points[i] + (points[i + 1] - points[i]) * 0.5;
-    double t = std::atan2(mid.y / 50, mid.x / 100);
-    EXPECT_LE(mid.distanceTo({100 * std::cos(t), 50 * std::sin(t), 0}), 0.01);
-  }
-}
-
 TEST(EntityDraw, TextStartsItsBaselineByAlignment) {
   const double w = 4 * fx::dxf::kAverageAdvance * 2;
   struct Case {

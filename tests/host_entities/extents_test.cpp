@@ -91,16 +91,6 @@ TEST(EntityExtents, BulgedPolylineInObjectCoordinates) {
   EXPECT_NEAR(area, 40 + 2 * kPi - r * r / 2 * (kPi / 2 - 1), 1e-9);
 }
 
-TEST(EntityExtents, EllipseArcIsExact) {
-  auto ellipse = Make<AcDbEllipse>(
-      "0 ELLIPSE\n100 AcDbEntity\n8 0\n100 AcDbEllipse\n10 5\n20 5\n30 0\n11 3\n21 4\n31 0\n"
-      "210 0\n220 0\n230 1\n40 0.4\n41 0.5\n42 4\n");
-  AcDbExtents box = ExtentsOf(*ellipse);
-  AcDbExtents sampled;
-  for (int i = 0; i <= 400000; ++i) sampled.addPoint(ellipse->pointAtParam(0.5 + 3.5 * i / 400000));
-  ExpectBox(box, sampled.minPoint(), sampled.maxPoint(), 1e-9);
-}
-
 TEST(EntityExtents, SplineIsTighterThanItsControlPoints) {
   auto spline = Make<AcDbSpline>(
       "0 SPLINE\n100 AcDbEntity\n8 0\n100 AcDbSpline\n70 8\n71 3\n72 8\n73 4\n74 0\n"

@@ -35,27 +35,6 @@ void ExpectBoxNear(const AcDbExtents& actual, const AcDbExtents& expected, doubl
   EXPECT_NEAR(actual.maxPoint().z, expected.maxPoint().z, tolerance);
 }
 
-TEST(CurveGeometry, ArcExtentsCrossingQuadrants) {
-  struct Case {
-    double start_degrees, end_degrees;
-    AcGePoint3d min, max;
-  } cases[] = {
-      {10, 80, {std::cos(80 * kPi / 180), std::sin(10 * kPi / 180), 0}, {std::cos(10 * kPi / 180), std::sin(80 * kPi / 180), 0}},
-      {45, 135, {-std::sqrt(0.5), std::sqrt(0.5), 0}, {std::sqrt(0.5), 1, 0}},      // crosses +Y
-      {170, 190, {-1, -std::sin(10 * kPi / 180), 0}, {std::cos(170 * kPi / 180), std::sin(10 * kPi / 180), 0}},
-      {300, 30, {std::cos(300 * kPi / 180), std::sin(300 * kPi / 180), 0}, {1, 0.5, 0}},  // wraps through 0
-      {0, 360, {-1, -1, 0}, {1, 1, 0}},
-      {90, 270, {-1, -1, 0}, {0, 1, 0}},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(std::to_string(c.start_degrees) + ".." + std::to_string(c.end_degrees));
-    double start = c.start_degrees * kPi / 180, end = c.end_degrees * kPi / 180;
-    AcDbExtents box;
-    AddEllipticArcExtents(box, AcGePoint3d::kOrigin, {1, 0, 0}, {0, 1, 0}, start, CcwSweep(start, end));
-    ExpectBoxNear(box, AcDbExtents(c.min, c.max), 1e-12);
-  }
-}
-
 // A tilted, sheared ellipse arc: the analytic box against 200000 samples.
 TEST(CurveGeometry, EllipticArcExtentsMatchDenseSampling) {
   std::mt19937 random(7);
