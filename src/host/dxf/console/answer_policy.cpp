@@ -1,6 +1,6 @@
 #include "host/dxf/console/answer_policy.h"
 
-#include <cctype>
+#include "host/dxf/console/text_case.h"
 
 namespace fx::console {
 namespace {
@@ -14,12 +14,6 @@ constexpr struct {
     {MessageButton::kYes, "Yes"},
     {MessageButton::kNo, "No"},
 };
-
-std::string Lower(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return lower;
-}
 
 // "\n" becomes a line break and "\\" a backslash; any other backslash stays.
 std::string UnescapeQuestion(std::string_view text) {
@@ -46,7 +40,7 @@ const char* ButtonName(MessageButton button) {
 
 std::optional<MessageButton> ParseButton(std::string_view name) {
   for (const auto& entry : kButtonNames) {
-    if (Lower(name) == Lower(entry.name)) return entry.button;
+    if (EqualNoCase(name, entry.name)) return entry.button;
   }
   return std::nullopt;
 }

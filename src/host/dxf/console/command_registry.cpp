@@ -1,19 +1,12 @@
 #include "host/dxf/console/command_registry.h"
 
 #include <algorithm>
-#include <cctype>
 
+#include "host/dxf/console/text_case.h"
 #include "host/status.h"
 
 namespace fx::console {
 namespace {
-
-bool EqualNoCase(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) {
-           return std::tolower(static_cast<unsigned char>(x)) ==
-                  std::tolower(static_cast<unsigned char>(y));
-         });
-}
 
 std::string OrEmpty(const char* text) { return text != nullptr ? text : ""; }
 

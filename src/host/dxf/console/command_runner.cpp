@@ -1,6 +1,5 @@
 #include "host/dxf/console/command_runner.h"
 
-#include <cctype>
 #include <exception>
 #include <memory>
 
@@ -8,18 +7,13 @@
 #include "host/dxf/console/command_registry.h"
 #include "host/dxf/console/editor_events.h"
 #include "host/dxf/console/terminal.h"
+#include "host/dxf/console/text_case.h"
 #include "host/resbuf.h"
 
 namespace fx::console {
 namespace {
 
 CommandRunner* g_current = nullptr;
-
-std::string Upper(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return upper;
-}
 
 // Pops the answers pushed for a command run with answers, however it ends.
 class AnswersGuard {
@@ -58,12 +52,12 @@ void CommandRunner::RunScript() {
     // A user at the terminal sees what went wrong and goes on.
     if (result == RTNORM || console_.interactive()) continue;
     if (command == nullptr) {
-      Stop("unknown command \"" + Upper(name) + "\"; the rest of the script was skipped");
+      Stop("unknown command \"" + ToUpper(name) + "\"; the rest of the script was skipped");
     } else if (result == RTCAN) {
-      Stop("command " + Upper(name) +
+      Stop("command " + ToUpper(name) +
            " was cancelled: the input ran out while it waited for an answer");
     } else {
-      Stop("command " + Upper(name) + " failed; the rest of the script was skipped");
+      Stop("command " + ToUpper(name) + " failed; the rest of the script was skipped");
     }
   }
 }
@@ -85,13 +79,13 @@ int CommandRunner::RunWithAnswers(std::vector<std::string> tokens) {
 int CommandRunner::Execute(std::string_view typed) {
   TypedCommand found = registry_.Resolve(typed);
   if (found.command == nullptr) {
-    console_.Print("\nUnknown command \"" + Upper(typed) + "\".");
+    console_.Print("\nUnknown command \"" + ToUpper(typed) + "\".");
     return RTERROR;
   }
   // Copies: a command may remove itself from the stack while it runs.
   const std::string global = found.command->globalName();
   const AcRxFunctionPtr function = found.command->functionAddr();
-  frames_.push_back({Upper(typed), RTNORM});
+  frames_.push_back({ToUpper(typed), RTNORM});
   Events().CommandWillStart(global.c_str());
   try {
     if (function != nullptr) function();
@@ -113,7 +107,7 @@ bool CommandRunner::RunTransparent(std::string_view typed) {
   AcEdCommand* command = registry_.Resolve(typed).command;
   if (command == nullptr) return false;
   if ((command->commandFlags() & ACRX_CMD_TRANSPARENT) == 0 || transparent_depth_ > 0) {
-    console_.Print("\nCommand " + Upper(typed.substr(1)) + " cannot run inside another command.");
+    console_.Print("\nCommand " + ToUpper(typed.substr(1)) + " cannot run inside another command.");
     return true;
   }
   ++transparent_depth_;

@@ -12,6 +12,7 @@
 //
 // Text and list answers take the whole line (names may hold blanks); the
 // others end at a blank.
+#include <algorithm>
 #include <charconv>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@
 #include "host/dialog.h"
 #include "host/dxf/console/command_runner.h"
 #include "host/dxf/console/keywords.h"
+#include "host/dxf/console/text_case.h"
 
 namespace fx::console {
 namespace {
@@ -39,17 +41,6 @@ std::string JoinKeywords(const std::vector<std::string>& labels, char separator)
     joined += Keyword(label);
   }
   return joined;
-}
-
-bool EqualNoCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i) {
-    if (std::tolower(static_cast<unsigned char>(a[i])) !=
-        std::tolower(static_cast<unsigned char>(b[i]))) {
-      return false;
-    }
-  }
-  return true;
 }
 
 std::string Trim(std::string_view text) {

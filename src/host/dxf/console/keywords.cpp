@@ -2,6 +2,8 @@
 
 #include <cctype>
 
+#include "host/dxf/console/text_case.h"
+
 namespace fx::console {
 namespace {
 
@@ -17,17 +19,6 @@ std::vector<std::string> SplitBlanks(std::string_view text) {
     pos = end;
   }
   return words;
-}
-
-bool EqualNoCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i) {
-    if (std::tolower(static_cast<unsigned char>(a[i])) !=
-        std::tolower(static_cast<unsigned char>(b[i]))) {
-      return false;
-    }
-  }
-  return true;
 }
 
 std::string Capitals(std::string_view keyword) {
