@@ -94,14 +94,8 @@ double AcDbBlockReference::rowSpacing() const {
   return impl()->tags().GetDouble(45, InsertData(*this), 0);
 }
 
-std::vector<AcDbObjectId> AcDbBlockReference::attributeIds() const {
-  std::vector<AcDbObjectId> ids = fx::dxf::SubEntityIds(*this);
-  std::erase_if(ids, [](AcDbObjectId id) {
-    AcDbObjectPointer<AcDbAttribute> attribute(id, AcDb::kForRead);
-    return attribute.openStatus() != Acad::eOk;
-  });
-  return ids;
-}
+// The sub-entities of an insert are its attributes.
+std::vector<AcDbObjectId> AcDbBlockReference::attributeIds() const { return fx::dxf::SubEntityIds(*this); }
 
 Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute) {
   if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;

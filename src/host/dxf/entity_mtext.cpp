@@ -138,13 +138,8 @@ Acad::ErrorStatus AcDbMText::setContents(const char* contents) {
       at = i;
       break;
     }
-  size_t removed = 0;
-  for (size_t i = range.end; i-- > range.begin;)
-    if (tags[i].code == 1 || tags[i].code == 3) {
-      tags.Erase(i, i + 1);
-      if (i < at) ++removed;
-    }
-  at -= removed;
+  for (size_t i = range.end; i-- > at;)
+    if (tags[i].code == 1 || tags[i].code == 3) tags.Erase(i, i + 1);
   std::vector<std::string_view> chunks = Chunks(stored);
   for (size_t k = 0; k < chunks.size(); ++k)
     tags.Insert(at + k, k + 1 < chunks.size() ? 3 : 1, chunks[k]);
