@@ -36,12 +36,14 @@ Command lines: a blank or a line end ends a command name or an answer; two
 in a row, or an empty line, answer with Enter. An answer in double quotes
 keeps its blanks, and "" inside it stands for one quote. The input never
 waits: when it runs out while a command asks, the command is cancelled.
-Without -c and -s, on a terminal, commands are read from the terminal.
+Without -c and -s, on a terminal, commands are read from the terminal
+until the end of input (Ctrl-D).
 
 Questions (message boxes) are answered by --answer, then --yes or --no, then
-by the user on a terminal, else by their default: No, OK or Cancel. The
-transcript shows each question with its answer; the questions answered
-without --answer are listed on standard error at the end.
+by the user on a terminal, else by their default: Cancel when the box has
+it, otherwise No, otherwise OK. The transcript shows each question with its
+answer; the questions answered without --answer are listed on standard
+error at the end, as --answer options.
 
 Exit status: 0 success; 1 the drawing did not load, a command was unknown,
 failed or was cancelled, or the save failed (nothing is saved after a
