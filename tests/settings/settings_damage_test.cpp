@@ -1,0 +1,127 @@
+// A damaged or unusable settings file: reported once, read as far as it is
+// valid, never rewritten by a read; a failed write leaves the old file.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "settings/known_settings.h"
+#include "settings/settings.h"
+#include "settings_test_support.h"
+
+namespace fx::settings {
+namespace {
+
+using testing::DirectoryEntries;
+using testing::ReadFileBytes;
+using testing::RegText;
+using testing::TextOfFile;
+using testing::WriteFileBytes;
+
+constexpr char kExportHeader[] =
+    "[HKEY_CURRENT_USER\\Software\\PlanVault\\VantoryApp\\ExportOptions]\r\n";
+
+class SettingsDamageTest : public testing::SettingsFixture {};
+
+TEST_F(SettingsDamageTest, ADamagedFileIsReportedOnceAndReadAsFarAsItIsValid) {
+  const std::string damaged = RegText(std::string(kExportHeader) +
+                                      "\"Draw Box\"=hex(0):01,00,00,00\r\n"
+                                      "\"Approximate Arc\"=hex(0):01,zz,00,00\r\n"
+                                      "garbage\r\n"
+                                      "\"Hatch optimization\"=hex(0):01,00,00,00\r\n");
+  WriteFileBytes(settings_path_, damaged);
+  EXPECT_EQ(GetSettingInt(kDrawBox, 0, 0), 1);
+  EXPECT_EQ(GetSettingInt(kApproximateArc, 0, 0), 0);  // the damaged value: its default
+  EXPECT_EQ(GetSettingInt(kHatchOptimization, 0, 0), 1);
+  EXPECT_EQ(GetSettingString(kServerList, 2), "");  // a missing section is not created
+  EXPECT_EQ(ReadFileBytes(settings_path_), damaged);
+  EXPECT_EQ(diagnostics_,
+            std::vector<std::string>{
+                settings_path_ +
+                ":5: bad hex data in value \"Approximate Arc\" (and 1 more damaged lines); the "
+                "settings file is read as far as it is valid, and the next change rewrites it "
+                "without the damaged lines"});
+
+  ASSERT_TRUE(SetSettingInt(kBlockOptimization, 0, 0));  // rewrites what was valid + the change
+  EXPECT_EQ(
+      TextOfFile(ReadFileBytes(settings_path_)),
+      RegText(std::string(kExportHeader) + "\"Draw Box\"=hex(0):01,00,00,00\r\n"
+                                           "\"Hatch optimization\"=hex(0):01,00,00,00\r\n"
+                                           "\"Block optimization\"=hex(0):00,00,00,00\r\n\r\n"));
+  EXPECT_EQ(diagnostics_.size(), 1u);
+}
+
+TEST_F(SettingsDamageTest, AnUnreadableFileGivesDefaultsAndIsNotReplaced) {
+  std::filesystem::create_directories(settings_path_);  // a directory where the file should be
+  EXPECT_EQ(GetSettingInt(kVantoryDrawingVersion, 254, 0), 254);
+  EXPECT_EQ(GetSettingString(kExportFileFormat, 0), "");
+  EXPECT_FALSE(SetSettingInt(kDrawBox, 1, 0));
+  EXPECT_TRUE(std::filesystem::is_directory(settings_path_));
+  EXPECT_EQ(diagnostics_,
+            std::vector<std::string>{"cannot read the settings file: " + settings_path_ +
+                                     ": not a regular file; defaults are used"});
+}
+
+TEST_F(SettingsDamageTest, AFileThatCannotBeCreatedFailsWritesOnce) {
+  WriteFileBytes(directory_ + "/PlanVault", "a file, not a directory");
+  EXPECT_EQ(GetSettingInt(kDrawBox, 5, 0), 5);
+  EXPECT_FALSE(SetSettingInt(kDrawBox, 1, 0));
+  EXPECT_FALSE(SetSettingString(kExportFileFormat, "SVG", 0));
+  ASSERT_EQ(diagnostics_.size(), 1u);
+  EXPECT_TRUE(diagnostics_[0].starts_with("cannot change the settings file: cannot open " +
+                                          settings_path_ + ".lock: "))
+      << diagnostics_[0];
+}
+
+TEST_F(SettingsDamageTest, AFailedWriteLeavesTheOldFileAndNoTemporaryFile) {
+  ASSERT_TRUE(SetSettingString(kContourLayer, "walls", 1));
+  const std::string before = ReadFileBytes(settings_path_);
+  // A child process may write at most a few bytes to any file: its write
+  // fails half way, as on a full disk.
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{64, 64};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    _exit(SetSettingString(kServerList, std::string(200, 's'), 2) ? 1 : 0);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0) << "the write should have failed";
+  EXPECT_EQ(ReadFileBytes(settings_path_), before);
+  EXPECT_EQ(DirectoryEntries(directory_ + "/PlanVault"),
+            (std::vector<std::string>{"VantoryApp.reg", "VantoryApp.reg.lock"}));
+}
+
+TEST_F(SettingsDamageTest, ANewFileIsPrivateAndAnOldOneKeepsItsPermissions) {
+  ASSERT_TRUE(SetSettingInt(kDrawBox, 1, 0));
+  struct stat info {};
+  ASSERT_EQ(stat(settings_path_.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777, 0600u);
+  ASSERT_EQ(chmod(settings_path_.c_str(), 0644), 0);
+  ASSERT_TRUE(SetSettingInt(kDrawBox, 0, 0));
+  ASSERT_EQ(stat(settings_path_.c_str(), &info), 0);
+  EXPECT_EQ(info.st_mode & 07777, 0644u);
+}
+
+TEST_F(SettingsDamageTest, AWriteThroughASymbolicLinkChangesItsTarget) {
+  const std::string target = directory_ + "/dotfiles/VantoryApp.reg";
+  ASSERT_TRUE(std::filesystem::create_directories(directory_ + "/dotfiles"));
+  ASSERT_TRUE(std::filesystem::create_directories(directory_ + "/PlanVault"));
+  std::filesystem::create_symlink(target, settings_path_);
+  ASSERT_TRUE(SetSettingInt(kDrawBox, 1, 0));  // the target is created
+  ASSERT_TRUE(SetSettingInt(kApproximateArc, 1, 0));
+  EXPECT_TRUE(std::filesystem::is_symlink(settings_path_));
+  EXPECT_EQ(GetSettingInt(kDrawBox, 0, 0), 1);
+  EXPECT_NE(TextOfFile(ReadFileBytes(target)).find("\"Approximate Arc\"=hex(0):01,00,00,00"),
+            std::string::npos);
+}
+
+}  // namespace
+}  // namespace fx::settings
