@@ -4,11 +4,15 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <iostream>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "cli_args.h"
+#include "settings/settings_diagnostics.h"
+#include "settings/settings_command.h"
+#include "settings/settings_path.h"
 #include "subcommands.h"
 
 namespace {
@@ -23,6 +27,10 @@ constexpr Subcommand kSubcommands[] = {
     {"run", "load a drawing, run command lines, save when asked", fx::cli::RunSubcommand},
     {"info", "print a drawing's version, units, extents, layers and entities",
      fx::cli::InfoSubcommand},
+    {"settings", "list the plug-in's settings, or set one",
+     [](std::span<const std::string> args) {
+       return fx::settings::RunSettingsCommand({args.begin(), args.end()}, std::cout, std::cerr);
+     }},
 };
 
 void PrintUsage(std::FILE* stream) {
@@ -34,16 +42,22 @@ void PrintUsage(std::FILE* stream) {
       "Commands:\n",
       stream);
   for (const Subcommand& subcommand : kSubcommands) {
-    std::fprintf(stream, "  %-6s %s\n", subcommand.name, subcommand.summary);
+    std::fprintf(stream, "  %-8s %s\n", subcommand.name, subcommand.summary);
   }
   std::fputs(
       "\n"
       "Run \"floorxport COMMAND --help\" for a command's options.\n"
-      "Options: -h, --help (this text), --version\n",
+      "Options: -h, --help (this text), --version,\n"
+      "         --settings FILE (the settings file; also FLOORXPORT_SETTINGS)\n",
       stream);
 }
 
-int Dispatch(const std::vector<std::string>& args) {
+int Dispatch(std::vector<std::string> args) {
+  // Options of the program as a whole come before the subcommand.
+  while (args.size() >= 2 && args.front() == "--settings") {
+    fx::settings::SetSettingsFilePath(args[1]);
+    args.erase(args.begin(), args.begin() + 2);
+  }
   if (args.empty()) {
     PrintUsage(stderr);
     return fx::cli::kExitUsage;
@@ -70,6 +84,8 @@ int Dispatch(const std::vector<std::string>& args) {
 int main(int argc, char** argv) {
   // A closed pipe (floorxport ... | head) ends the writes, not the process.
   std::signal(SIGPIPE, SIG_IGN);
+  fx::settings::SetSettingsDiagnostics(
+      [](const std::string& message) { std::fprintf(stderr, "floorxport: %s\n", message.c_str()); });
   try {
     return Dispatch(std::vector<std::string>(argv + 1, argv + argc));
   } catch (const std::exception& error) {
