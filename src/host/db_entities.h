@@ -210,6 +210,8 @@ class AcDbAttribute : public AcDbText {
 class AcDbAttributeDefinition : public AcDbText {
  public:
   using AcDbText::AcDbText;
+  AcDbAttributeDefinition(const AcGePoint3d& position, const char* default_value, const char* tag,
+                          const char* prompt, AcDbObjectId style = AcDbObjectId::kNull, double height = 0);
   bool worldDraw(AcGiWorldDraw* world_draw) override;
   std::string tag() const;
   std::string prompt() const;

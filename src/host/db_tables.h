@@ -106,6 +106,8 @@ class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
   Acad::ErrorStatus getBlockReferenceIds(std::vector<AcDbObjectId>& ids) const;
   bool hasAttributeDefinitions() const;
   AcGePoint3d origin() const;  // the base point
+  // Sets the base point; the record must be in a database already.
+  Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
   bool isAnonymous() const;
   bool isLayout() const;
   bool isFromExternalReference() const;

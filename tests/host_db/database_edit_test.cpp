@@ -15,6 +15,7 @@
 namespace {
 
 struct EditResult {
+  AcDbHandle tag_insert;
   AcDbHandle text_handle;
   AcDbHandle tagged_handle;
   AcDbHandle erased_insert;
@@ -66,8 +67,47 @@ EditResult Edit(AcDbDatabase* db) {
   layer->close();
   layers->close();
 
+  // An insert of the drawing's own, erased (before ours is added).
+  if (AcDbObjectId insert = OpenModelSpaceFirst(db, "INSERT"); !insert.isNull()) {
+    AcDbEntity* entity = nullptr;
+    EXPECT_EQ(acdbOpenObject(entity, insert, AcDb::kForWrite), Acad::eOk);
+    result.erased_insert = entity->handle();
+    EXPECT_EQ(entity->erase(), Acad::eOk);
+    entity->close();
+  }
+  // A block with an attribute definition, and an insert of it with its attribute.
+  AcDbBlockTable* blocks = nullptr;
+  EXPECT_EQ(db->getBlockTable(blocks, AcDb::kForWrite), Acad::eOk);
+  auto* tag_block = new AcDbBlockTableRecord();
+  tag_block->setName("FX_TAG");
+  AcDbObjectId tag_block_id;
+  EXPECT_EQ(blocks->add(tag_block_id, tag_block), Acad::eOk);
+  EXPECT_EQ(tag_block->setOrigin({0, 0, 0}), Acad::eOk);
+  AcDbObjectId part_id;
+  auto* frame = new AcDbCircle(AcGePoint3d(0, 0, 0), AcGeVector3d::kZAxis, 1.5);
+  EXPECT_EQ(tag_block->appendAcDbEntity(part_id, frame), Acad::eOk);
+  frame->close();
+  auto* definition = new AcDbAttributeDefinition(AcGePoint3d(-1, 0, 0), "0.00", "NAME", "Room name", AcDbObjectId(), 0.5);
+  EXPECT_EQ(tag_block->appendAcDbEntity(part_id, definition), Acad::eOk);
+  definition->close();
+  tag_block->close();
+  blocks->close();
+
   AcDbBlockTableRecord* model = nullptr;
   EXPECT_EQ(acdbOpenObject(model, db->modelSpaceId(), AcDb::kForWrite), Acad::eOk);
+  auto* tag_insert = new AcDbBlockReference(AcGePoint3d(10, 10, 0), tag_block_id);
+  AcDbObjectId tag_insert_id;
+  EXPECT_EQ(model->appendAcDbEntity(tag_insert_id, tag_insert), Acad::eOk);
+  auto* attribute = new AcDbAttribute();
+  attribute->setTag("NAME");
+  attribute->setTextString("1.01");
+  attribute->setPosition(AcGePoint3d(9, 10, 0));
+  attribute->setHeight(0.5);
+  AcDbObjectId attribute_id;
+  EXPECT_EQ(tag_insert->appendAttribute(attribute_id, attribute), Acad::eOk);
+  attribute->close();
+  result.tag_insert = tag_insert->handle();
+  tag_insert->close();
   auto* text = new AcDbText(AcGePoint3d(1, 2, 0), "Room 1.01 \xC3\xA9", AcDbObjectId(), 2.5, 0);
   AcDbObjectId text_id;
   EXPECT_EQ(model->appendAcDbEntity(text_id, text), Acad::eOk);
@@ -80,13 +120,6 @@ EditResult Edit(AcDbDatabase* db) {
   text->close();
   model->close();
 
-  if (AcDbObjectId insert = OpenModelSpaceFirst(db, "INSERT"); !insert.isNull()) {
-    AcDbEntity* entity = nullptr;
-    EXPECT_EQ(acdbOpenObject(entity, insert, AcDb::kForWrite), Acad::eOk);
-    result.erased_insert = entity->handle();
-    EXPECT_EQ(entity->erase(), Acad::eOk);
-    entity->close();
-  }
   if (AcDbObjectId line = OpenModelSpaceFirst(db, "LINE"); !line.isNull()) {
     AcDbEntity* entity = nullptr;
     if (acdbOpenObject(entity, line, AcDb::kForWrite) == Acad::eOk) {
@@ -96,6 +129,11 @@ EditResult Edit(AcDbDatabase* db) {
     }
   }
 
+  // Drawings before R13 have no objects section, so no dictionaries.
+  if (db->version() <= "AC1009") {
+    fx::dxf::SetWorkingDatabase(nullptr);
+    return result;
+  }
   AcDbDictionary* named = nullptr;
   EXPECT_EQ(db->getNamedObjectsDictionary(named, AcDb::kForWrite), Acad::eOk);
   auto* dictionary = new AcDbDictionary();
@@ -130,6 +168,17 @@ TEST_P(DatabaseEditTest, EditsSurviveSaveAndReadInAnotherReader) {
   std::string report = RunEzdxf(out);
   EXPECT_EQ(report.find("error "), std::string::npos) << report;
   EXPECT_NE(report.find("FX Rooms"), std::string::npos) << report;
+  EXPECT_NE(report.find("block FX_TAG CIRCLE ATTDEF:NAME"), std::string::npos) << report;
+  bool has_objects = db->version() > "AC1009";
+  if (has_objects) {
+    EXPECT_NE(report.find("xrecord SERVER 1=https://vantory.example/|90=42"), std::string::npos) << report;
+  }
+  // A drawing that writes no handles gets none for new objects either.
+  if (db->handseed().isNull()) {
+    EXPECT_NE(report.find(" Room 1.01 \xC3\xA9\n"), std::string::npos) << report;
+    EXPECT_NE(report.find(" FX_TAG NAME=1.01\n"), std::string::npos) << report;
+    return;
+  }
   EXPECT_NE(report.find("text " + edits.text_handle.ascii() + " Room 1.01 \xC3\xA9"), std::string::npos) << report;
   // The checker lists an application's items without its 1001 name.
   EXPECT_NE(report.find("xdata " + edits.text_handle.ascii() +
@@ -137,7 +186,7 @@ TEST_P(DatabaseEditTest, EditsSurviveSaveAndReadInAnotherReader) {
                         "1010=(0.0, 0.0, 0.0)|1010=(4.0, 3.0, 0.0)"),
             std::string::npos)
       << report;
-  EXPECT_NE(report.find("xrecord SERVER 1=https://vantory.example/|90=42"), std::string::npos) << report;
+  EXPECT_NE(report.find("insert " + edits.tag_insert.ascii() + " FX_TAG NAME=1.01"), std::string::npos) << report;
 
   // And back in our own host.
   auto again = fx::dxf::ReadDrawing(out.string(), &error);
@@ -158,6 +207,23 @@ TEST_P(DatabaseEditTest, EditsSurviveSaveAndReadInAnotherReader) {
     AcDbObjectId gone;
     EXPECT_EQ(again->getAcDbObjectId(gone, false, edits.erased_insert), Acad::eKeyNotFound);
   }
+  AcDbObjectId insert_id;
+  ASSERT_EQ(again->getAcDbObjectId(insert_id, false, edits.tag_insert), Acad::eOk);
+  AcDbBlockReference* insert = nullptr;
+  ASSERT_EQ(acdbOpenObject(insert, insert_id, AcDb::kForRead), Acad::eOk);
+  std::vector<AcDbObjectId> attributes = insert->attributeIds();
+  AcDbExtents insert_box;
+  EXPECT_EQ(insert->getGeomExtents(insert_box), Acad::eOk);
+  EXPECT_NEAR(insert_box.maxPoint().x, 11.5, 1e-9);  // the circle of radius 1.5 around (10, 10)
+  insert->close();
+  ASSERT_EQ(attributes.size(), 1u);
+  AcDbAttribute* read_attribute = nullptr;
+  ASSERT_EQ(acdbOpenObject(read_attribute, attributes[0], AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(read_attribute->tag(), "NAME");
+  EXPECT_EQ(read_attribute->textString(), "1.01");
+  read_attribute->close();
+
+  if (!has_objects) return;
   AcDbDictionary* named = nullptr;
   ASSERT_EQ(again->getNamedObjectsDictionary(named), Acad::eOk);
   EXPECT_TRUE(named->has("FLOORXPORT_TEST"));
@@ -167,4 +233,5 @@ TEST_P(DatabaseEditTest, EditsSurviveSaveAndReadInAnotherReader) {
 INSTANTIATE_TEST_SUITE_P(Corpus, DatabaseEditTest,
                          ::testing::Values("ezdxf/multi_insert_with_attribs.dxf", "openindoor6/plan.dxf",
                                            "pms-app/building001-0_floor3.dxf", "libredwg/example_2018.dxf",
-                                           "acadsharp/sample_AC1018_binary.dxf"));
+                                           "acadsharp/sample_AC1018_binary.dxf", "libredwg/example_r12.dxf",
+                                           "acadsharp/sample_AC1009_binary.dxf", "bcit-comp7082/sw01F3.dxf"));

@@ -22,6 +22,15 @@ def main(path):
             print("xdata", entity.dxf.handle, "|".join(str(v) for v in values))
         if entity.dxftype() == "TEXT":
             print("text", entity.dxf.handle, entity.dxf.text)
+        if entity.dxftype() == "INSERT":
+            attribs = " ".join(f"{a.dxf.tag}={a.dxf.text}" for a in entity.attribs)
+            print("insert", entity.dxf.handle, entity.dxf.name, attribs)
+    for block in doc.blocks:
+        if block.name.startswith("FX_"):
+            parts = []
+            for entity in block:
+                parts.append(entity.dxftype() + (":" + entity.dxf.tag if entity.dxftype() == "ATTDEF" else ""))
+            print("block", block.name, " ".join(parts))
     root = doc.rootdict
     if "FLOORXPORT_TEST" in root:
         dictionary = root["FLOORXPORT_TEST"]

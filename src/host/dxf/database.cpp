@@ -55,7 +55,8 @@ namespace {
 template <class T>
 Acad::ErrorStatus OpenTable(AcDbImpDatabase& db, std::string_view name, T*& table, AcDb::OpenMode mode) {
   table = nullptr;
-  fx::dxf::SymbolTable* symbols = db.FindTable(name);
+  // A table the drawing lacks is made when it is opened for write.
+  fx::dxf::SymbolTable* symbols = mode == AcDb::kForWrite ? db.EnsureTable(name) : db.FindTable(name);
   if (symbols == nullptr) return Acad::eKeyNotFound;
   return acdbOpenObject(table, AcDbObjectId(symbols->stub), mode);
 }
@@ -185,12 +186,13 @@ bool acdbRegApp(const char* name) {
   AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
   if (db == nullptr) return false;
   AcDbRegAppTable* table = nullptr;
-  if (db->getRegAppTable(table, AcDb::kForRead) != Acad::eOk) return false;
-  if (table->has(name)) {
+  if (db->getRegAppTable(table, AcDb::kForRead) == Acad::eOk) {
+    bool registered = table->has(name);
     table->close();
-    return true;
+    if (registered) return true;
   }
-  bool ok = table->upgradeOpen() == Acad::eOk;
+  if (db->getRegAppTable(table, AcDb::kForWrite) != Acad::eOk) return false;
+  bool ok = true;
   auto* record = new AcDbRegAppTableRecord();
   ok = ok && record->setName(name) == Acad::eOk;
   AcDbObjectId id;

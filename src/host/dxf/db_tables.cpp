@@ -73,17 +73,27 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* 
   if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
   fx::dxf::SymbolTable* table = TableOf(*this);
   if (table == nullptr || record == nullptr || !record->isNewObject()) return Acad::eInvalidInput;
-  std::string name = std::string(fx::dxf::TrimBlanks(fx::dxf::TagsOf(*record).GetString(2, fx::dxf::TagsOf(*record).Body())));
+  AcDbImpDatabase* db = impl()->database();
+  // The new record's name is still UTF-8; the table knows names as the file stores them.
+  std::string name = db->codec().Encode(
+      fx::dxf::TrimBlanks(fx::dxf::TagsOf(*record).GetString(2, fx::dxf::TagsOf(*record).Body())));
   if (name.empty()) return Acad::eInvalidInput;
   if (table->by_name.count(fx::dxf::FoldCase(name))) return Acad::eDuplicateRecordName;
-  AcDbImpDatabase* db = impl()->database();
-  if (table->end == fx::dxf::kNoRecord) return Acad::eNotApplicable;  // a table made up in memory
-  AcDbStub* stub = db->AddObject(record, table->end, StubKind::kTableRecord, table->stub, handle());
+  AcDbStub* stub = nullptr;
+  if (table->name == "BLOCK_RECORD") {
+    // A block table record comes with its definition: BLOCK and ENDBLK.
+    stub = db->AddBlockDefinition(record, name, AcGePoint3d::kOrigin);
+  } else if (table->end != fx::dxf::kNoRecord) {
+    stub = db->AddObject(record, table->end, StubKind::kTableRecord, table->stub, handle());
+  }
+  if (stub == nullptr) return Acad::eNotApplicable;
   table->entries.push_back(stub);
   table->by_name.emplace(fx::dxf::FoldCase(name), stub);
-  // The table counts its entries in group 70.
-  TagList& tags = impl()->mutable_tags();
-  tags.SetInt(70, static_cast<int64_t>(table->entries.size()), tags.Body());
+  // The table counts its entries in group 70 (a table made up in memory has no record).
+  if (impl()->stub()->record != fx::dxf::kNoRecord) {
+    TagList& tags = impl()->mutable_tags();
+    tags.SetInt(70, static_cast<int64_t>(table->entries.size()), tags.Body());
+  }
   id = AcDbObjectId(stub);
   return Acad::eOk;
 }
@@ -300,6 +310,24 @@ fx::dxf::TagList BlockBeginTags(const AcDbBlockTableRecord& record) {
 AcGePoint3d AcDbBlockTableRecord::origin() const {
   fx::dxf::TagList tags = BlockBeginTags(*this);
   return tags.GetPoint(10, RecordRange(tags, "AcDbBlockBegin"));
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
+  if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
+  AcDbImpDatabase* db = impl()->database();
+  fx::dxf::BlockContents* block = db ? db->BlockOf(impl()->stub()) : nullptr;
+  if (block == nullptr || block->begin == nullptr) return Acad::eNotInDatabase;
+  if (block->begin == impl()->stub()) {
+    // Before R13 this object is the BLOCK record itself.
+    TagList& tags = impl()->mutable_tags();
+    tags.SetPoint(10, origin, RecordRange(tags, "AcDbBlockBegin"));
+    return Acad::eOk;
+  }
+  TagList tags = db->TagsOf(block->begin);
+  tags.SetPoint(10, origin, RecordRange(tags, "AcDbBlockBegin"));
+  db->document().ReplaceTags(block->begin->record, tags.tags());
+  db->MarkModified();
+  return Acad::eOk;
 }
 
 bool AcDbBlockTableRecord::isAnonymous() const {

@@ -55,6 +55,19 @@ bool AcDbAttribute::worldDraw(AcGiWorldDraw* world_draw) {
   return AcDbText::worldDraw(world_draw);
 }
 
+AcDbAttributeDefinition::AcDbAttributeDefinition(const AcGePoint3d& position, const char* default_value,
+                                                 const char* tag, const char* prompt, AcDbObjectId style,
+                                                 double height)
+    : AcDbText([&] {
+        TagList tags = fx::dxf::NewTextTags("ATTDEF", position, default_value ? default_value : "", style,
+                                            height, 0);
+        tags.Append(100, kDefinition);
+        tags.Append(3, prompt != nullptr ? prompt : "");
+        tags.Append(2, tag != nullptr ? tag : "");
+        fx::dxf::AppendInt(tags, 70, 0);
+        return std::make_unique<AcDbImpObject>(std::move(tags));
+      }()) {}
+
 std::string AcDbAttributeDefinition::tag() const {
   const TagList& tags = impl()->tags();
   return fx::dxf::DecodeText(*this, tags.GetString(2, DataOf(tags, kDefinition)));

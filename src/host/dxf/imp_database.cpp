@@ -94,10 +94,13 @@ bool AcDbImpDatabase::Index(std::string* error) {
     if (type == "SECTION") {
       section = fx::dxf::ValueOf(tags, 2);
       if (section == "HEADER") header_ = r;
+      if (section == "ENTITIES") entities_begin_ = r;
       continue;
     }
     if (type == "ENDSEC") {
       if (section == "ENTITIES") entities_end_ = r;
+      if (section == "BLOCKS") blocks_end_ = r;
+      if (section == "TABLES") tables_end_ = r;
       if (section == "OBJECTS") objects_end_ = r;
       section = {};
       continue;

@@ -82,6 +82,17 @@ class AcDbImpDatabase {
   // before `before`; returns its stub. The object stays open for write.
   AcDbStub* AddObject(AcDbObject* object, fx::dxf::RecordId before, StubKind kind, AcDbStub* owner,
                       AcDbHandle owner_handle);
+  // The same for a record made by the host itself (block begin and end).
+  AcDbStub* AddRecord(fx::dxf::TagList& tags, fx::dxf::RecordId before, StubKind kind, AcDbStub* owner,
+                      AcDbHandle owner_handle);
+  // Adds a block definition for a new block table record named `name`
+  // (encoded): its table record (files from R13 on) and its BLOCK and ENDBLK
+  // records. Returns the stub that stands for the block table record, or
+  // nullptr when the drawing has no BLOCKS section.
+  AcDbStub* AddBlockDefinition(AcDbObject* record, std::string_view name, const AcGePoint3d& origin);
+  // The table named `name`, made (with a TABLES section if needed) when the
+  // drawing has none; nullptr only when it cannot be made.
+  fx::dxf::SymbolTable* EnsureTable(std::string_view name);
   AcDbHandle NewHandle();
   fx::dxf::RecordId objects_end() const { return objects_end_; }
   // Whether the drawing was changed since it was read.
@@ -98,6 +109,8 @@ class AcDbImpDatabase {
   AcDbStub* NewStub(fx::dxf::RecordId record, StubKind kind, AcDbStub* owner, std::string* error);
   AcDbStub* SyntheticStub(StubKind kind, std::vector<fx::dxf::Tag> tags);
   void LinkBlocks();
+  // Adds an empty section before the ENTITIES section (or the end); returns its ENDSEC.
+  fx::dxf::RecordId AddSection(std::string_view name);
 
   std::unique_ptr<fx::dxf::Document> document_;
   AcDbDatabase* api_ = nullptr;
@@ -117,6 +130,9 @@ class AcDbImpDatabase {
   AcDbStub* named_objects_ = nullptr;
   fx::dxf::RecordId header_ = fx::dxf::kNoRecord;
   fx::dxf::RecordId entities_end_ = fx::dxf::kNoRecord;
+  fx::dxf::RecordId blocks_end_ = fx::dxf::kNoRecord;
+  fx::dxf::RecordId tables_end_ = fx::dxf::kNoRecord;
+  fx::dxf::RecordId entities_begin_ = fx::dxf::kNoRecord;
   fx::dxf::RecordId objects_end_ = fx::dxf::kNoRecord;
   uint64_t next_handle_ = 1;
   uint64_t next_synthetic_ = uint64_t{1} << 62;

@@ -78,10 +78,8 @@ Acad::ErrorStatus AcDbImpDatabase::Close(AcDbObject* object) {
   return Acad::eOk;
 }
 
-AcDbStub* AcDbImpDatabase::AddObject(AcDbObject* object, RecordId before, StubKind kind,
+AcDbStub* AcDbImpDatabase::AddRecord(fx::dxf::TagList& tags, RecordId before, StubKind kind,
                                      AcDbStub* owner, AcDbHandle owner_handle) {
-  AcDbImpObject* imp = object->impl();
-  fx::dxf::TagList& tags = imp->mutable_tags();
   if (modern_) {
     tags.Insert(1, 5, NewHandle().ascii());
     if (!owner_handle.isNull()) tags.Insert(2, 330, owner_handle.ascii());
@@ -100,16 +98,94 @@ AcDbStub* AcDbImpDatabase::AddObject(AcDbObject* object, RecordId before, StubKi
         tags.SetValue(i, codec().Encode(tags[i].value));
   }
   RecordId record = document_->InsertBefore(before, tags.tags());
-  AcDbStub* stub = NewStub(record, kind, owner, nullptr);
+  MarkModified();
+  return NewStub(record, kind, owner, nullptr);
+}
+
+AcDbStub* AcDbImpDatabase::AddObject(AcDbObject* object, RecordId before, StubKind kind,
+                                     AcDbStub* owner, AcDbHandle owner_handle) {
+  AcDbImpObject* imp = object->impl();
+  AcDbStub* stub = AddRecord(imp->mutable_tags(), before, kind, owner, owner_handle);
   imp->Attach(stub, AcDb::kForWrite);
   stub->writer = true;
-  MarkModified();
   return stub;
+}
+
+RecordId AcDbImpDatabase::AddSection(std::string_view name) {
+  const fx::dxf::Tag begin[] = {{0, "SECTION"}, {2, name}};
+  const fx::dxf::Tag end[] = {{0, "ENDSEC"}};
+  // Before ENTITIES, or before EOF, or at the very end.
+  RecordId before = entities_begin_;
+  if (before == kNoRecord && document_->last() != kNoRecord && document_->type(document_->last()) == "EOF")
+    before = document_->last();
+  document_->InsertBefore(before, begin);
+  MarkModified();
+  return document_->InsertBefore(before, end);
+}
+
+fx::dxf::SymbolTable* AcDbImpDatabase::EnsureTable(std::string_view name) {
+  if (fx::dxf::SymbolTable* table = FindTable(name)) return table;
+  if (tables_end_ == kNoRecord) tables_end_ = AddSection("TABLES");
+  std::vector<fx::dxf::Tag> head = {{0, "TABLE"}, {2, name}};
+  fx::dxf::TagList tags(head);
+  if (modern_) tags.Insert(2, 100, "AcDbSymbolTable");
+  tags.Append(70, "0");
+  fx::dxf::SymbolTable& table = tables_.emplace_back();
+  table.name = std::string(name);
+  table.stub = AddRecord(tags, tables_end_, StubKind::kTable, nullptr, AcDbHandle());
+  const fx::dxf::Tag end[] = {{0, "ENDTAB"}};
+  table.end = document_->InsertBefore(tables_end_, end);
+  return &table;
+}
+
+AcDbStub* AcDbImpDatabase::AddBlockDefinition(AcDbObject* record, std::string_view name,
+                                              const AcGePoint3d& origin) {
+  fx::dxf::SymbolTable* table = FindTable("BLOCK_RECORD");
+  if (table == nullptr) return nullptr;
+  if (blocks_end_ == kNoRecord) blocks_end_ = AddSection("BLOCKS");
+  AcDbStub* record_stub = nullptr;
+  if (modern_) {
+    if (table->end == kNoRecord) return nullptr;
+    record_stub = AddObject(record, table->end, StubKind::kTableRecord, table->stub, table->stub->handle);
+  }
+  auto point = [](fx::dxf::TagList& tags, const AcGePoint3d& p) {
+    tags.Append(10, fx::dxf::FormatDouble(p.x));
+    tags.Append(20, fx::dxf::FormatDouble(p.y));
+    tags.Append(30, fx::dxf::FormatDouble(p.z));
+  };
+  std::vector<fx::dxf::Tag> begin_tags = {{0, "BLOCK"}, {100, "AcDbEntity"}, {8, "0"}, {100, "AcDbBlockBegin"}};
+  fx::dxf::TagList begin(begin_tags);
+  begin.Append(2, name);
+  begin.Append(70, "0");
+  point(begin, origin);
+  begin.Append(3, name);
+  begin.Append(1, "");
+  AcDbHandle owner = record_stub ? record_stub->handle : AcDbHandle();
+  AcDbStub* begin_stub = AddRecord(begin, blocks_end_, StubKind::kBlockBegin, nullptr, owner);
+  std::vector<fx::dxf::Tag> end_tags = {{0, "ENDBLK"}, {100, "AcDbEntity"}, {8, "0"}, {100, "AcDbBlockEnd"}};
+  fx::dxf::TagList end(end_tags);
+  AcDbStub* end_stub = AddRecord(end, blocks_end_, StubKind::kBlockEnd, begin_stub, owner);
+  if (record_stub == nullptr) {
+    // Before R13 the BLOCK itself stands for the block table record.
+    record_stub = begin_stub;
+    begin_stub->owner = table->stub;
+    record->impl()->mutable_tags() = fx::dxf::TagList(document_->tags(begin_stub->record));
+    record->impl()->Attach(begin_stub, AcDb::kForWrite);
+    begin_stub->writer = true;
+  }
+  fx::dxf::BlockContents& block = blocks_.emplace_back();
+  block.record = record_stub;
+  block.begin = begin_stub;
+  block.end = end_stub;
+  block.append_before = end_stub->record;
+  block_of_record_[record_stub] = &block;
+  return record_stub;
 }
 
 Acad::ErrorStatus AcDbImpDatabase::Save(const std::string& path, bool stamp_update_time,
                                         std::string* error) {
-  if (modified_) {
+  // Drawings that write no handles get no handle seed either.
+  if (modified_ && writes_handles_) {
     std::string seed = AcDbHandle(next_handle_).ascii();
     if (fx::dxf::GetHeaderValue(*document_, "$HANDSEED") != seed) {
       fx::dxf::Tag value{5, seed};
