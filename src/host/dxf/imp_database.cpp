@@ -39,12 +39,21 @@ std::unique_ptr<AcDbImpDatabase> AcDbImpDatabase::Build(std::unique_ptr<fx::dxf:
   std::unique_ptr<AcDbImpDatabase> db(new AcDbImpDatabase);
   db->document_ = std::move(document);
   db->modern_ = db->document_->acadver() > std::string_view("AC1009");
-  if (!db->Index(error)) return nullptr;
+  db->Index();
+  auto [first, again] = db->by_handle_.Seal();
+  if (first != nullptr) {
+    if (error != nullptr) {
+      const fx::dxf::Document& doc = *db->document_;
+      *error = doc.name() + ":" + std::to_string(doc.source_line(again->record)) + ": duplicate handle " +
+               again->handle.ascii() + " (first used at line " + std::to_string(doc.source_line(first->record)) + ")";
+    }
+    return nullptr;
+  }
+  db->indexed_ = true;
   return db;
 }
 
-AcDbStub* AcDbImpDatabase::NewStub(RecordId record, StubKind kind, AcDbStub* owner,
-                                   std::string* error) {
+AcDbStub* AcDbImpDatabase::NewStub(RecordId record, StubKind kind, AcDbStub* owner) {
   AcDbStub& stub = stubs_.emplace_back();
   stub.database = this;
   stub.record = record;
@@ -56,32 +65,27 @@ AcDbStub* AcDbImpDatabase::NewStub(RecordId record, StubKind kind, AcDbStub* own
     auto tags = document_->tags(record);
     std::string_view hex = fx::dxf::ValueOf(tags, document_->type(record) == "DIMSTYLE" ? 105 : 5);
     AcDbHandle handle(hex);
-    if (!handle.isNull()) {
-      auto [it, inserted] = by_handle_.emplace(handle.value(), &stub);
-      if (!inserted && error != nullptr) {
-        *error = document_->name() + ":" + std::to_string(document_->source_line(record)) +
-                 ": duplicate handle " + handle.ascii() + " (first used at line " +
-                 std::to_string(document_->source_line(it->second->record)) + ")";
-        return nullptr;
-      }
+    if (!handle.isNull() && handle.value() < fx::dxf::kFirstSyntheticHandle) {
       stub.handle = handle;
       next_handle_ = std::max(next_handle_, handle.value() + 1);
-      return &stub;
     }
   }
-  stub.handle = AcDbHandle(next_synthetic_++);
-  stub.synthetic_handle = true;
-  by_handle_.emplace(stub.handle.value(), &stub);
+  if (stub.handle.isNull()) {
+    stub.handle = AcDbHandle(next_synthetic_++);
+    stub.synthetic_handle = true;
+  }
+  if (indexed_) by_handle_.Insert(&stub);
+  else by_handle_.Add(&stub);
   return &stub;
 }
 
 AcDbStub* AcDbImpDatabase::SyntheticStub(StubKind kind, std::vector<Tag> tags) {
-  AcDbStub* stub = NewStub(kNoRecord, kind, nullptr, nullptr);
+  AcDbStub* stub = NewStub(kNoRecord, kind, nullptr);
   synthetic_tags_[stub] = std::move(tags);
   return stub;
 }
 
-bool AcDbImpDatabase::Index(std::string* error) {
+void AcDbImpDatabase::Index() {
   const fx::dxf::Document& doc = *document_;
   std::string_view section;
   fx::dxf::SymbolTable* table = nullptr;
@@ -109,13 +113,12 @@ bool AcDbImpDatabase::Index(std::string* error) {
       if (type == "TABLE") {
         table = &tables_.emplace_back();
         table->name = std::string(fx::dxf::ValueOf(tags, 2));
-        if (!(table->stub = NewStub(r, StubKind::kTable, nullptr, error))) return false;
+        table->stub = NewStub(r, StubKind::kTable, nullptr);
       } else if (type == "ENDTAB") {
         if (table != nullptr) table->end = r;
         table = nullptr;
       } else if (table != nullptr) {
-        AcDbStub* entry = NewStub(r, StubKind::kTableRecord, table->stub, error);
-        if (entry == nullptr) return false;
+        AcDbStub* entry = NewStub(r, StubKind::kTableRecord, table->stub);
         table->entries.push_back(entry);
         table->by_name.emplace(fx::dxf::FoldCase(fx::dxf::ValueOf(tags, 2)), entry);
       }
@@ -124,13 +127,13 @@ bool AcDbImpDatabase::Index(std::string* error) {
     bool in_blocks = section == "BLOCKS";
     if (in_blocks && type == "BLOCK") {
       block = &blocks_.emplace_back();
-      if (!(block->begin = NewStub(r, StubKind::kBlockBegin, nullptr, error))) return false;
+      block->begin = NewStub(r, StubKind::kBlockBegin, nullptr);
       parent = nullptr;
       continue;
     }
     if (in_blocks && type == "ENDBLK") {
       if (block != nullptr) {
-        if (!(block->end = NewStub(r, StubKind::kBlockEnd, block->begin, error))) return false;
+        block->end = NewStub(r, StubKind::kBlockEnd, block->begin);
         block->append_before = r;
       }
       block = nullptr;
@@ -138,12 +141,11 @@ bool AcDbImpDatabase::Index(std::string* error) {
     }
     if ((in_blocks && block != nullptr) || section == "ENTITIES") {
       if (parent != nullptr && fx::dxf::IsSubEntityType(type)) {
-        if (!NewStub(r, StubKind::kEntity, parent, error)) return false;
+        NewStub(r, StubKind::kEntity, parent);
         if (type == "SEQEND") parent = nullptr;
         continue;
       }
-      AcDbStub* entity = NewStub(r, StubKind::kEntity, nullptr, error);
-      if (entity == nullptr) return false;
+      AcDbStub* entity = NewStub(r, StubKind::kEntity, nullptr);
       if (in_blocks) block->entities.push_back(entity);
       else entities_section.push_back(entity);
       bool has_children = (type == "INSERT" && fx::dxf::ValueOf(tags, 66) == "1") || type == "POLYLINE";
@@ -151,8 +153,7 @@ bool AcDbImpDatabase::Index(std::string* error) {
       continue;
     }
     if (section == "OBJECTS") {
-      AcDbStub* object = NewStub(r, StubKind::kObject, nullptr, error);
-      if (object == nullptr) return false;
+      AcDbStub* object = NewStub(r, StubKind::kObject, nullptr);
       if (named_objects_ == nullptr) named_objects_ = object;
     }
   }
@@ -169,7 +170,6 @@ bool AcDbImpDatabase::Index(std::string* error) {
   // New handles continue from $HANDSEED, or past the largest handle in use.
   AcDbHandle seed(fx::dxf::GetHeaderValue(doc, "$HANDSEED"));
   next_handle_ = std::max(next_handle_, seed.value());
-  return true;
 }
 
 void AcDbImpDatabase::LinkBlocks() {
@@ -222,8 +222,7 @@ void AcDbImpDatabase::LinkBlocks() {
 }
 
 AcDbStub* AcDbImpDatabase::FindHandle(AcDbHandle handle) const {
-  auto it = by_handle_.find(handle.value());
-  return it == by_handle_.end() ? nullptr : it->second;
+  return by_handle_.Find(handle.value());
 }
 
 AcDbStub* AcDbImpDatabase::StubOf(RecordId record) const {

@@ -18,6 +18,7 @@
 #include "host/database.h"
 #include "host/dxf/db_stub.h"
 #include "host/dxf/dxf_document.h"
+#include "host/dxf/handle_index.h"
 #include "host/dxf/tag_list.h"
 
 namespace fx::dxf {
@@ -105,8 +106,9 @@ class AcDbImpDatabase {
 
  private:
   AcDbImpDatabase() = default;
-  bool Index(std::string* error);
-  AcDbStub* NewStub(fx::dxf::RecordId record, StubKind kind, AcDbStub* owner, std::string* error);
+  // Walks the records once, making a stub for each object.
+  void Index();
+  AcDbStub* NewStub(fx::dxf::RecordId record, StubKind kind, AcDbStub* owner);
   AcDbStub* SyntheticStub(StubKind kind, std::vector<fx::dxf::Tag> tags);
   void LinkBlocks();
   // Adds an empty section before the ENTITIES section (or the end); returns its ENDSEC.
@@ -119,7 +121,8 @@ class AcDbImpDatabase {
   bool modified_ = false;
 
   std::deque<AcDbStub> stubs_;  // deque: stubs never move, ids point at them
-  std::unordered_map<uint64_t, AcDbStub*> by_handle_;
+  fx::dxf::HandleIndex by_handle_;
+  bool indexed_ = false;  // by_handle_ is sealed
   std::vector<AcDbStub*> by_record_;
   std::unordered_map<const AcDbStub*, std::vector<fx::dxf::Tag>> synthetic_tags_;
   std::deque<fx::dxf::SymbolTable> tables_;
@@ -135,7 +138,7 @@ class AcDbImpDatabase {
   fx::dxf::RecordId entities_begin_ = fx::dxf::kNoRecord;
   fx::dxf::RecordId objects_end_ = fx::dxf::kNoRecord;
   uint64_t next_handle_ = 1;
-  uint64_t next_synthetic_ = uint64_t{1} << 62;
+  uint64_t next_synthetic_ = fx::dxf::kFirstSyntheticHandle;
 };
 
 namespace fx::dxf {

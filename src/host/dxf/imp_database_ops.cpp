@@ -99,7 +99,7 @@ AcDbStub* AcDbImpDatabase::AddRecord(fx::dxf::TagList& tags, RecordId before, St
   }
   RecordId record = document_->InsertBefore(before, tags.tags());
   MarkModified();
-  return NewStub(record, kind, owner, nullptr);
+  return NewStub(record, kind, owner);
 }
 
 AcDbStub* AcDbImpDatabase::AddObject(AcDbObject* object, RecordId before, StubKind kind,
