@@ -6,7 +6,7 @@
 
 namespace Acad {
 
-enum ErrorStatus {
+enum ErrorStatus : int {
   eOk = 0,
   eNotImplementedYet = 1,
   eNotApplicable = 2,
