@@ -27,6 +27,8 @@ constexpr Subcommand kSubcommands[] = {
     {"run", "load a drawing, run command lines, save when asked", fx::cli::RunSubcommand},
     {"info", "print a drawing's version, units, extents, layers and entities",
      fx::cli::InfoSubcommand},
+    {"menu", "print the menu bar with the plug-in's menu and each item's macro",
+     fx::cli::MenuSubcommand},
     {"settings", "list the plug-in's settings, or set one",
      [](std::span<const std::string> args) {
        return fx::settings::RunSettingsCommand({args.begin(), args.end()}, std::cout, std::cerr);

@@ -9,8 +9,11 @@
 #include "host/dxf/console/command_runner.h"
 #include "host/dxf/console/console.h"
 #include "host/dxf/console/host_session.h"
+#include "host/dxf/console/menu_bar.h"
 #include "host/dxf/console/module_registry.h"
 #include "host/dxf/console/terminal.h"
+#include "host/menu.h"
+#include "plugin_modules.h"
 #include "subcommands.h"
 
 namespace fx::cli {
@@ -24,6 +27,10 @@ transcript of prompts and answers goes to standard output.
 Options:
   -c, --command LINE     run a command line; repeatable, in order with -s
   -s, --script FILE      run a script file; lines starting with ';' are comments
+      --menu PATH        pick a menu item by its path, as
+                         "&PlanVault/&Utils/&Shortcuts/&Purge": its macro runs
+                         as typed; repeatable, in order with -c and -s
+                         ("floorxport menu" lists the items)
   -o, --output OUT.dxf   save the drawing to OUT.dxf after the run
       --save             save over DRAWING (it is never changed otherwise)
       --yes, --no        answer Yes/No questions with Yes (or No)
@@ -36,8 +43,9 @@ Command lines: a blank or a line end ends a command name or an answer; two
 in a row, or an empty line, answer with Enter. An answer in double quotes
 keeps its blanks, and "" inside it stands for one quote. The input never
 waits: when it runs out while a command asks, the command is cancelled.
-Without -c and -s, on a terminal, commands are read from the terminal
-until the end of input (Ctrl-D).
+Without -c, -s and --menu, on a terminal, commands are read from the
+terminal until the end of input (Ctrl-D). Commands of the plug-in that are
+not available yet say so and end normally; the run goes on.
 
 Questions (message boxes) are answered by --answer, then --yes or --no, then
 by the user on a terminal, else by their default: Cancel when the box has
@@ -45,9 +53,9 @@ it, otherwise No, otherwise OK. The transcript shows each question with its
 answer; the questions answered without --answer are listed on standard
 error at the end, as --answer options.
 
-Exit status: 0 success; 1 the drawing did not load, a command was unknown,
-failed or was cancelled, or the save failed (nothing is saved after a
-failure); 2 wrong usage.
+Exit status: 0 success; 1 the drawing did not load, a menu item was not
+found, a command was unknown, failed or was cancelled, or the save failed
+(nothing is saved after a failure); 2 wrong usage.
 )";
 
 namespace {
@@ -55,7 +63,7 @@ namespace {
 constexpr OptionDefinition kRunOptions[] = {
     {"-c", "--command", true},   {"-s", "--script", true},  {"-o", "--output", true},
     {nullptr, "--save", false},  {nullptr, "--yes", false}, {nullptr, "--no", false},
-    {nullptr, "--answer", true}, {"-h", "--help", false},
+    {nullptr, "--answer", true}, {nullptr, "--menu", true}, {"-h", "--help", false},
 };
 
 void PrintErr(fx::console::Terminal& terminal, const std::string& message) {
@@ -80,6 +88,7 @@ bool ReadRunOptions(const ParsedArgs& parsed, RunOptions& options, std::string* 
   for (const ParsedOption& option : parsed.options) {
     if (Is(option, "--command")) options.script.push_back({ScriptItem::kLine, option.value});
     if (Is(option, "--script")) options.script.push_back({ScriptItem::kFile, option.value});
+    if (Is(option, "--menu")) options.script.push_back({ScriptItem::kMenu, option.value});
     if (Is(option, "--output")) options.output = option.value;
     if (Is(option, "--save")) options.save_in_place = true;
     if (Is(option, "--yes")) yes = true;
@@ -121,29 +130,47 @@ void Report(fx::console::Terminal& terminal, const fx::console::CommandRunner& r
   terminal.WriteErr(text);
 }
 
+// Adds the -c lines, -s files and --menu macros to the script, in order.
+// Menu items are looked up in the menu the plug-in built, so this runs once
+// the modules are loaded. False, with *error, when a file cannot be read or
+// a menu item is not found.
+bool AddScript(const std::vector<ScriptItem>& items, fx::console::ScriptInput& script,
+               std::string* error) {
+  for (const ScriptItem& item : items) {
+    if (item.kind == ScriptItem::kLine) {
+      script.AddLine(item.text);
+    } else if (item.kind == ScriptItem::kFile) {
+      if (!script.AddFile(item.text, error)) return false;
+    } else {
+      std::string reason;
+      const AcApPopupMenuItem* picked = fx::console::FindMenuItem(item.text, &reason);
+      if (picked == nullptr) {
+        *error = "--menu \"" + item.text + "\": " + reason;
+        return false;
+      }
+      for (const std::string& line : fx::console::MacroScriptLines(picked->macro())) {
+        script.AddLine(line);
+      }
+    }
+  }
+  return true;
+}
+
 }  // namespace
 
 int RunDrawing(const RunOptions& options) {
   std::unique_ptr<fx::console::Terminal> terminal = fx::console::MakeProcessTerminal();
   fx::console::Console console(*terminal, options.answers);
-  for (const ScriptItem& item : options.script) {
-    std::string error;
-    if (item.kind == ScriptItem::kLine) {
-      console.script().AddLine(item.text);
-    } else if (!console.script().AddFile(item.text, &error)) {
-      PrintErr(*terminal, error);
-      return kExitFailure;
-    }
-  }
   console.SetInteractive(options.script.empty() && terminal->inputIsTerminal());
   fx::console::CommandRunner runner(console, fx::console::Commands());
-  // Plug-in modules linked into the program are registered here.
   fx::console::ModuleRegistry modules;
+  RegisterPlugInModules(modules);
   {
     fx::console::HostSession session(runner, modules);
     std::string error;
     auto warn = [&](const std::string& message) { PrintErr(*terminal, "warning: " + message); };
-    if (!session.OpenDrawing(options.drawing, &error, warn)) {
+    if (!AddScript(options.script, console.script(), &error) ||
+        !session.OpenDrawing(options.drawing, &error, warn)) {
       runner.AddProblem(error);
     } else {
       runner.RunScript();

@@ -12,9 +12,11 @@
 namespace fx::cli {
 
 struct ScriptItem {
-  enum Kind { kLine, kFile };
+  enum Kind { kLine, kFile, kMenu };
   Kind kind;
-  std::string text;  // the command line, or the script file's path
+  // The command line, the script file's path, or the menu item's path
+  // ("&PlanVault/&Utils/&Shortcuts/&Purge"), whose macro runs as typed.
+  std::string text;
 };
 
 struct RunOptions {

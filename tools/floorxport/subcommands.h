@@ -12,9 +12,11 @@ namespace fx::cli {
 
 int RunSubcommand(std::span<const std::string> args);
 int InfoSubcommand(std::span<const std::string> args);
+int MenuSubcommand(std::span<const std::string> args);
 
 extern const char kRunUsage[];
 extern const char kInfoUsage[];
+extern const char kMenuUsage[];
 
 }  // namespace fx::cli
 

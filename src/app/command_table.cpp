@@ -1,0 +1,58 @@
+#include "app/command_table.h"
+
+#include <iterator>
+
+#include "app/about_dialog.h"
+#include "app/cleanup_commands.h"
+#include "app/pending_commands.h"
+
+namespace fx::app {
+namespace {
+
+// The dialog that starts room identification, the marker command, the
+// command-line export, the zoom-to-next commands and the attribute update
+// are transparent: they may run while another command waits for input.
+constexpr int32_t kModal = ACRX_CMD_MODAL;
+constexpr int32_t kTransparent = ACRX_CMD_TRANSPARENT;
+
+constexpr AcRxCommandEntry Row(const char* global_name, const char* local_name, int32_t flags,
+                               AcRxFunctionPtr function) {
+  return {kCommandGroup, global_name, local_name, flags, function, nullptr, 0};
+}
+
+constexpr AcRxCommandEntry kCommands[] = {
+    Row("_expdlg", "vantoryexpdlg", kModal, ExportOptionsDialog),
+    Row("_export", "vantoryexport", kTransparent, ExportCommandLine),
+    Row("_convertdlg", "vantorconvertdlg", kTransparent, ConvertDialog),
+    Row("_convert", "vantoryconvert", kModal, Convert),
+    Row("_roomlistdlg", "vantoryroomlistdlg", kModal, RoomListDialog),
+    Row("_ExportToFile", "vantoryExportToFile", kModal, ExportToFile),
+    Row("_addmarker", "vantoryaddmarker", kTransparent, AddMarker),
+    Row("_ReplaceBlock", "vantoryReplaceBlock", kModal, ReplaceBlock),
+    Row("_ShowAbout", "vantoryShowAbout", kModal, ShowAbout),
+    Row("_OpenFrom", "vantoryOpenFrom", kModal, OpenFrom),
+    Row("_SendTo", "vantorySendTo", kModal, SendTo),
+    Row("_DrawingOverkill", "vantoryDrawingOverkill", kModal, DrawingOverkill),
+    Row("_DrawingAudit", "vantoryDrawingAudit", kModal, DrawingAudit),
+    Row("_DrawingPurge", "vantoryDrawingPurge", kModal, DrawingPurge),
+    Row("_DrawingUnits", "vantoryDrawingUnits", kModal, DrawingUnits),
+    Row("_DrawingExtents", "vantoryDrawingExtents", kModal, DrawingExtents),
+    Row("_DrawingLineweight", "vantoryDrawingLineweight", kModal, DrawingLineweight),
+    Row("_ZoomToNextEmptyContour", "vantoryZoomToNextEmptyContour", kTransparent,
+        ZoomToNextEmptyContour),
+    Row("_ZoomToNextAreaNotFound", "vantoryZoomToNextAreaNotFound", kTransparent,
+        ZoomToNextAreaNotFound),
+    Row("_ZoomToNextDuplicateNumber", "vantoryZoomToNextDuplicateNumber", kTransparent,
+        ZoomToNextDuplicateNumber),
+    Row("_ZoomToNextIntersectContour", "vantoryZoomToNextIntersectContour", kTransparent,
+        ZoomToNextIntersectContour),
+    Row("_ZoomToNextMultiIDs", "vantoryZoomToNextMultiIDs", kTransparent, ZoomToNextMultiIDs),
+    Row("_UpdateVantoryData", "vantoryUpdateVantoryData", kTransparent, UpdateVantoryData),
+};
+static_assert(std::size(kCommands) == 23);
+
+}  // namespace
+
+std::span<const AcRxCommandEntry> CommandTable() { return kCommands; }
+
+}  // namespace fx::app

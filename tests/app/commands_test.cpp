@@ -1,0 +1,102 @@
+// The commands as a script types them: every spelling of every name
+// resolves, commands not built yet say so and end normally, the About box.
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <string>
+#include <vector>
+
+#include "app/about_dialog.h"
+#include "app/command_table.h"
+#include "app_test_support.h"
+#include "host/dxf/console/command_registry.h"
+#include "host/dxf/console/host_session.h"
+
+namespace fx::app_test {
+namespace {
+
+using CommandsTest = AppTest;
+
+// Global names typed with their underscore or one more, local names as
+// they are or with an underscore, in any letter case.
+TEST_F(CommandsTest, EveryNameResolvesAsTyped) {
+  fx::console::HostSession session(runner(), modules_);
+  for (const AcRxCommandEntry& entry : fx::app::CommandTable()) {
+    const std::string global = entry.global_name;
+    const std::string local = entry.local_name;
+    AcEdCommand* command = acedRegCmds()->lookupGlobalCmd(entry.global_name);
+    ASSERT_NE(command, nullptr) << global;
+    for (const std::string& typed : {global, "_" + global, local, "_" + local, "'" + local}) {
+      EXPECT_EQ(fx::console::Commands().Resolve(typed).command, command) << typed;
+    }
+    std::string upper = local;
+    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    EXPECT_EQ(fx::console::Commands().Resolve(upper).command, command) << upper;
+  }
+  EXPECT_EQ(fx::console::Commands().Resolve("_vantoryNothing").command, nullptr);
+  EXPECT_EQ(fx::console::Commands().Resolve("ShowAbout").command, nullptr);
+}
+
+// Not the clean-up shortcuts: they run the host's clean-up commands.
+TEST_F(CommandsTest, CommandsNotBuiltYetSaySoAndTheScriptGoesOn) {
+  const char* const kPending[] = {
+      "vantoryexpdlg",
+      "vantoryexport",
+      "vantorconvertdlg",
+      "vantoryconvert",
+      "vantoryroomlistdlg",
+      "vantoryExportToFile",
+      "vantoryaddmarker",
+      "vantoryReplaceBlock",
+      "vantoryOpenFrom",
+      "vantorySendTo",
+      "vantoryZoomToNextEmptyContour",
+      "vantoryZoomToNextAreaNotFound",
+      "vantoryZoomToNextDuplicateNumber",
+      "vantoryZoomToNextIntersectContour",
+      "vantoryZoomToNextMultiIDs",
+      "vantoryUpdateVantoryData",
+  };
+  fx::console::HostSession session(runner(), modules_);
+  std::string error;
+  ASSERT_TRUE(session.OpenDrawing(SmallPlan(), &error)) << error;
+  std::string script;
+  std::string expected;
+  for (const char* name : kPending) {
+    script += std::string(name) + "\n";
+    expected += std::string("\nCommand: ") + name + "\n" + name + " is not available yet.";
+  }
+  EXPECT_EQ(Run(script + "UNITS 5"),
+            expected +
+                "\nCommand: UNITS\nInsertion units ($INSUNITS): 4 (Millimeters)"
+                "\nEnter units (0-20) <4>: 5\nInsertion units set to 5 (Centimeters).\n");
+  EXPECT_FALSE(runner().failed());
+}
+
+TEST_F(CommandsTest, TheAboutBoxShowsTheProductAndALinkToSupport) {
+  fx::console::HostSession session(runner(), modules_);
+  std::string error;
+  ASSERT_TRUE(session.OpenDrawing(SmallPlan(), &error)) << error;
+  const std::string title = std::string("About FloorXport ") + FX_VERSION;
+  EXPECT_EQ(Run("_ShowAbout e \nvantoryShowAbout OK"),
+            "\nCommand: _ShowAbout\n" + title +
+                "\n[OK/E-mailsupport] <OK>: e"
+                "\nWrite to support@vantory.example: mailto:support@vantory.example"
+                "\n[OK/E-mailsupport] <OK>: "
+                "\nCommand: vantoryShowAbout\n" +
+                title + "\n[OK/E-mailsupport] <OK>: OK\n");
+  EXPECT_FALSE(runner().failed());
+}
+
+TEST_F(CommandsTest, TheAboutBoxWaitsForItsButton) {
+  fx::console::HostSession session(runner(), modules_);
+  std::string error;
+  ASSERT_TRUE(session.OpenDrawing(SmallPlan(), &error)) << error;
+  Run("_vantoryShowAbout");
+  EXPECT_EQ(runner().problems(),
+            std::vector<std::string>{"command _VANTORYSHOWABOUT was cancelled: the input ran out "
+                                     "while it waited for an answer"});
+}
+
+}  // namespace
+}  // namespace fx::app_test

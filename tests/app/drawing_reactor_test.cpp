@@ -1,0 +1,143 @@
+// The drawing reactor: the question before a changed drawing linked to a
+// server floor closes, and the outcome of the send it offers.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "app/drawing_sender.h"
+#include "app_test_support.h"
+#include "host/database.h"
+#include "host/documents.h"
+#include "host/dxf/console/host_session.h"
+#include "host/dxf/drawing_io.h"
+#include "rooms/doc_data.h"
+
+namespace fx::app_test {
+namespace {
+
+const std::string kQuestion =
+    "\n[Warning] Drawing has been changed.\nWould you like to send updates to Vantory? [Yes/No]";
+
+fx::app::SendOutcome SendCanceled(AcDbDatabase*) { return {fx::app::kSendCanceled, "ignored"}; }
+fx::app::SendOutcome SendDone(AcDbDatabase* database) {
+  return {fx::app::kSendSucceeded,
+          database != nullptr ? "Drawing sent to floor 12." : "no database"};
+}
+fx::app::SendOutcome SendRefused(AcDbDatabase*) { return {3, "The floor is locked."}; }
+
+class DrawingReactorTest : public AppTest {
+ protected:
+  DrawingReactorTest() : dir_(ScratchDir()), linked_(dir_ + "/linked.dxf") {
+    WriteLinkedDrawing(SampleFloor(), linked_);
+  }
+  ~DrawingReactorTest() override {
+    fx::app::SetDrawingSender(nullptr);
+    std::filesystem::remove_all(dir_);
+  }
+
+  // Opens `drawing`, saves it to a scratch file when `change` (the save moves
+  // $TDUUPDATE on), closes it and returns what the close printed.
+  std::string OpenAndClose(const std::string& drawing, bool change) {
+    fx::console::HostSession session(runner(), modules_);
+    std::string error;
+    EXPECT_TRUE(session.OpenDrawing(drawing, &error)) << error;
+    if (change) {
+      EXPECT_TRUE(session.Save(dir_ + "/saved.dxf", &error)) << error;
+    }
+    const size_t before = terminal_.out.size();
+    session.CloseDrawing();
+    return terminal_.out.substr(before);
+  }
+  void AnswerYes() {
+    fx::console::AnswerPolicy policy;
+    policy.SetYesNoDefault(fx::console::MessageButton::kYes);
+    Restart(std::move(policy));
+  }
+
+  std::string dir_;
+  std::string linked_;
+};
+
+TEST_F(DrawingReactorTest, AnUnchangedLinkedDrawingClosesWithoutAQuestion) {
+  EXPECT_EQ(OpenAndClose(linked_, false), "");
+}
+
+TEST_F(DrawingReactorTest, AChangedDrawingWithoutAServerFloorClosesWithoutAQuestion) {
+  EXPECT_EQ(OpenAndClose(SampleFloor(), true), "");
+  EXPECT_EQ(OpenAndClose(SmallPlan(), true), "");
+}
+
+TEST_F(DrawingReactorTest, AChangedLinkedDrawingAsksAndNoSendsNothing) {
+  fx::app::SetDrawingSender(SendDone);
+  EXPECT_EQ(OpenAndClose(linked_, true), kQuestion + " -> No (default)");
+}
+
+TEST_F(DrawingReactorTest, YesSendsAndShowsTheOutcome) {
+  AnswerYes();
+  const std::string error_report =
+      "\n[Message] An unexpected error occurred. Please contact Vantory at +1 555 010 0199"
+      "\n\nError details:\n";
+  EXPECT_EQ(OpenAndClose(linked_, true),
+            kQuestion + " -> Yes (--yes)" + error_report +
+                "Sending drawings to Vantory is not available yet. [OK] -> OK");
+  const struct {
+    fx::app::DrawingSender sender;
+    std::string shown;
+  } cases[] = {
+      {SendCanceled, "\n[Message] Operation has been canceled. [OK] -> OK"},
+      {SendDone, "\n[Message] Drawing sent to floor 12. [OK] -> OK"},
+      {SendRefused, error_report + "The floor is locked. [OK] -> OK"},
+  };
+  for (const auto& c : cases) {
+    fx::app::SetDrawingSender(c.sender);
+    EXPECT_EQ(OpenAndClose(linked_, true), kQuestion + " -> Yes (--yes)" + c.shown);
+  }
+}
+
+// The date compared is the one the drawing had when it was opened, kept per
+// document: a second drawing opened later does not change the first's.
+TEST_F(DrawingReactorTest, TheOpeningDateIsKeptPerDocument) {
+  fx::console::HostSession session(runner(), modules_);
+  std::string error;
+  ASSERT_TRUE(session.OpenDrawing(linked_, &error)) << error;
+  AcDbDatabase* database = session.document()->database();
+  EXPECT_EQ(fx::rooms::DocVars().docData(session.document()).lastUpdateDate(),
+            database->tduupdate());
+  EXPECT_GT(database->tduupdate(), AcDbDate());
+}
+
+TEST_F(DrawingReactorTest, TheServerFloorAssociationIsTheDictionaryEntry) {
+  EXPECT_FALSE(fx::rooms::HasServerFloorAssociation(nullptr));
+  const struct {
+    std::string drawing;
+    bool linked;
+  } cases[] = {{linked_, true}, {SampleFloor(), false}, {SmallPlan(), false}};
+  for (const auto& c : cases) {
+    std::string error;
+    std::unique_ptr<AcDbDatabase> db = fx::dxf::ReadDrawing(c.drawing, &error);
+    ASSERT_NE(db, nullptr) << error;
+    EXPECT_EQ(fx::rooms::HasServerFloorAssociation(db.get()), c.linked) << c.drawing;
+  }
+  // The dictionary without its entry is no association.
+  std::string error;
+  std::unique_ptr<AcDbDatabase> db = fx::dxf::ReadDrawing(linked_, &error);
+  ASSERT_NE(db, nullptr) << error;
+  fx::dxf::SetWorkingDatabase(db.get());
+  AcDbObjectId dictionary_id;
+  {
+    AcDbObjectPointer<AcDbDictionary> named(db->namedObjectsDictionaryId(), AcDb::kForRead);
+    ASSERT_EQ(named.openStatus(), Acad::eOk);
+    ASSERT_EQ(named->getAt(fx::rooms::kServerDictionary, dictionary_id), Acad::eOk);
+  }
+  {
+    AcDbObjectPointer<AcDbDictionary> dictionary(dictionary_id, AcDb::kForWrite);
+    ASSERT_EQ(dictionary.openStatus(), Acad::eOk);
+    EXPECT_EQ(dictionary->remove(fx::rooms::kServerDataEntry), Acad::eOk);
+  }
+  EXPECT_FALSE(fx::rooms::HasServerFloorAssociation(db.get()));
+  fx::dxf::SetWorkingDatabase(nullptr);
+}
+
+}  // namespace
+}  // namespace fx::app_test

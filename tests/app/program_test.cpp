@@ -1,0 +1,200 @@
+// End-to-end runs of the real floorxport program with the plug-in: the menu
+// tree, menu items picked by path in order with command lines, every command
+// name, the question when a changed linked drawing closes, the update check.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "app/command_table.h"
+#include "app_test_support.h"
+#include "program_runner.h"
+
+namespace fx::app_test {
+namespace {
+
+namespace fs = std::filesystem;
+using fx::cli_test::ProgramResult;
+using fx::cli_test::ReadFile;
+using fx::cli_test::RunProgram;
+
+const std::string kProgram = FX_FLOORXPORT;
+const std::string kAboutTitle = std::string("About FloorXport ") + FX_VERSION;
+
+class ProgramTest : public ::testing::Test {
+ protected:
+  ProgramTest() : dir_(ScratchDir()) {}
+  ~ProgramTest() override {
+    unsetenv("FX_TEST_UPDATER_LOG");
+    fs::remove_all(dir_);
+  }
+
+  ProgramResult Run(const std::vector<std::string>& args, const std::string& program = kProgram) {
+    return RunProgram(program, args, dir_);
+  }
+  std::string Path(const char* name) const { return dir_ + "/" + name; }
+
+  std::string dir_;
+};
+
+TEST_F(ProgramTest, MenuPrintsTheMenuBarWithThePlugInLoaded) {
+  ProgramResult result = Run({"menu"});
+  EXPECT_EQ(result.exit_status, 0);
+  EXPECT_EQ(result.out, kPlanVaultMenuTree);
+  EXPECT_EQ(result.err, "");
+
+  ProgramResult help = Run({"menu", "--help"});
+  EXPECT_EQ(help.exit_status, 0);
+  EXPECT_TRUE(help.out.starts_with("Usage: floorxport menu\n")) << help.out;
+  ProgramResult wrong = Run({"menu", "plan.dxf"});
+  EXPECT_EQ(wrong.exit_status, 2);
+  EXPECT_EQ(wrong.err,
+            "floorxport: menu takes no arguments\nRun \"floorxport menu --help\" for usage.\n");
+}
+
+TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
+  const std::string out = Path("out.dxf");
+  ProgramResult run = Run(
+      {"run", SmallPlan(), "-c", "UNITS 5", "--menu", "&PlanVault/&Utils/&Shortcuts/&Units", "-c",
+       "6", "--menu", "&PlanVault/Ab&out", "-c", "", "--menu", "planvault/room list", "-o", out});
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.out,
+            "\nCommand: UNITS\nInsertion units ($INSUNITS): 4 (Millimeters)"
+            "\nEnter units (0-20) <4>: 5\nInsertion units set to 5 (Centimeters)."
+            "\nCommand: _UNITS\nInsertion units ($INSUNITS): 5 (Centimeters)"
+            "\nEnter units (0-20) <5>: 6\nInsertion units set to 6 (Meters)."
+            "\nCommand: vantoryShowAbout\n" +
+                kAboutTitle +
+                "\n[OK/E-mailsupport] <OK>: "
+                "\nCommand: vantoryroomlistdlg\nvantoryroomlistdlg is not available yet.\n");
+  ProgramResult info = Run({"info", out});
+  EXPECT_NE(info.out.find("\nUnits: 6 (Meters)\n"), std::string::npos) << info.out;
+}
+
+TEST_F(ProgramTest, AMenuPathThatNamesNoItemRunsNothing) {
+  const std::string out = Path("out.dxf");
+  const struct {
+    const char* path;
+    const char* err;
+  } cases[] = {
+      {"&PlanVault/&Utils",
+       "floorxport: --menu \"&PlanVault/&Utils\": \"&PlanVault/&Utils\" is a menu, not an item\n"},
+      {"&PlanVault/Frob",
+       "floorxport: --menu \"&PlanVault/Frob\": no item \"Frob\" in menu "
+       "\"&PlanVault\"\n"},
+  };
+  for (const auto& c : cases) {
+    ProgramResult run = Run({"run", SmallPlan(), "-c", "UNITS 5", "--menu", c.path, "-o", out});
+    EXPECT_EQ(run.exit_status, 1);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, c.err);
+    EXPECT_FALSE(fs::exists(out));
+  }
+}
+
+// The clean-up shortcuts are left out: they drive the host's clean-up commands.
+TEST_F(ProgramTest, EveryOtherCommandNameRunsAndAnUnknownOneFails) {
+  std::vector<std::string> args = {"run", SmallPlan()};
+  int commands = 0;
+  for (const AcRxCommandEntry& entry : fx::app::CommandTable()) {
+    const std::string local = entry.local_name;
+    if (local.starts_with("vantoryDrawing")) continue;
+    const std::string global = entry.global_name;
+    for (const std::string& typed : {global, "_" + global, local, "_" + local}) {
+      args.insert(args.end(), {"-c", local == "vantoryShowAbout" ? typed + " " : typed});
+      ++commands;
+    }
+  }
+  ProgramResult run = Run(args);
+  EXPECT_EQ(run.exit_status, 0) << run.err;
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.out.find("Unknown command"), std::string::npos) << run.out;
+  size_t count = 0;
+  for (size_t at = run.out.find("\nCommand: "); at != std::string::npos;
+       at = run.out.find("\nCommand: ", at + 1)) {
+    ++count;
+  }
+  EXPECT_EQ(count, static_cast<size_t>(commands));
+  EXPECT_EQ(commands, 17 * 4);
+
+  ProgramResult unknown = Run({"run", SmallPlan(), "-c", "_vantoryFrob", "-c", "UNITS 5"});
+  EXPECT_EQ(unknown.exit_status, 1);
+  EXPECT_EQ(unknown.out, "\nCommand: _vantoryFrob\nUnknown command \"_VANTORYFROB\".\n");
+  EXPECT_EQ(unknown.err,
+            "floorxport: unknown command \"_VANTORYFROB\"; the rest of the script was skipped\n");
+}
+
+TEST_F(ProgramTest, ALinkedDrawingChangedBySavingAsksBeforeItCloses) {
+  const std::string linked = Path("linked.dxf");
+  ASSERT_TRUE(WriteLinkedDrawing(SampleFloor(), linked));
+  const std::string answer =
+      "Drawing has been changed.\\nWould you like to send updates to Vantory?=Yes";
+  ProgramResult saved =
+      Run({"run", linked, "-c", "UNITS 6", "-o", Path("out.dxf"), "--answer", answer});
+  EXPECT_EQ(saved.exit_status, 0) << saved.err;
+  EXPECT_EQ(saved.err, "");
+  const std::string tail =
+      "\n[Warning] Drawing has been changed.\nWould you like to send updates to Vantory? "
+      "[Yes/No] -> Yes"
+      "\n[Message] An unexpected error occurred. Please contact Vantory at +1 555 010 0199"
+      "\n\nError details:\nSending drawings to Vantory is not available yet. [OK] -> OK\n";
+  EXPECT_TRUE(saved.out.ends_with(tail)) << saved.out;
+
+  ProgramResult unsaved = Run({"run", linked, "-c", "UNITS 6"});
+  EXPECT_EQ(unsaved.exit_status, 0) << unsaved.err;
+  EXPECT_EQ(unsaved.out.find("[Warning]"), std::string::npos) << unsaved.out;
+}
+
+// The update check library goes beside the program: a copy of it in a
+// directory of its own.
+class UpdateCheckTest : public ProgramTest {
+ protected:
+  std::string InstallWith(const std::string& library) {
+    fs::create_directories(dir_ + "/bin");
+    const std::string program = dir_ + "/bin/floorxport";
+    fs::copy_file(kProgram, program);
+    if (!library.empty()) fs::copy_file(library, dir_ + "/bin/libUpdater.so");
+    return program;
+  }
+};
+
+TEST_F(UpdateCheckTest, CheckUpdateIsCalledOnceWhenTheLibraryIsThere) {
+  const std::string program = InstallWith(FX_TEST_UPDATER);
+  const std::string log = Path("updater.log");
+  setenv("FX_TEST_UPDATER_LOG", log.c_str(), 1);
+  ProgramResult result = Run({"menu"}, program);
+  EXPECT_EQ(result.exit_status, 0) << result.err;
+  EXPECT_EQ(result.out, kPlanVaultMenuTree);
+  EXPECT_EQ(ReadFile(log), "CheckUpdate\n");
+}
+
+TEST_F(UpdateCheckTest, ALibraryThatCannotBeUsedIsReportedAndTheRunGoesOn) {
+  const std::string program = InstallWith(FX_TEST_UPDATER_WITHOUT_CHECK);
+  ProgramResult result = Run({"menu"}, program);
+  EXPECT_EQ(result.exit_status, 0) << result.err;
+  EXPECT_EQ(result.out, "\nUpdate check skipped: " + dir_ +
+                            "/bin/libUpdater.so has no CheckUpdate.\n" + kPlanVaultMenuTree);
+
+  fs::remove(dir_ + "/bin/libUpdater.so");
+  std::ofstream(dir_ + "/bin/libUpdater.so") << "not a library\n";
+  ProgramResult junk = Run({"menu"}, program);
+  EXPECT_EQ(junk.exit_status, 0) << junk.err;
+  EXPECT_TRUE(junk.out.starts_with("\nUpdate check skipped: " + dir_ + "/bin/libUpdater.so"))
+      << junk.out;
+  EXPECT_TRUE(junk.out.ends_with(kPlanVaultMenuTree)) << junk.out;
+}
+
+TEST_F(UpdateCheckTest, WithoutTheLibraryNothingIsSaid) {
+  const std::string program = InstallWith("");
+  ProgramResult result = Run({"run", SmallPlan(), "-c", "UNITS 5"}, program);
+  EXPECT_EQ(result.exit_status, 0) << result.err;
+  EXPECT_TRUE(result.out.starts_with("\nCommand: UNITS\n")) << result.out;
+  EXPECT_EQ(result.err, "");
+}
+
+}  // namespace
+}  // namespace fx::app_test
