@@ -1,6 +1,8 @@
 #include "host/dxf/console/host_commands.h"
 
 #include "host/command_stack.h"
+#include "host/dxf/cleanup/cleanup_commands.h"
+#include "host/dxf/console/command_runner.h"
 
 namespace fx::console {
 namespace {
@@ -21,6 +23,7 @@ void RegisterHostCommands(AcEdCommandStack& stack) {
     stack.addCommand(kHostCommandGroup, command.name, command.name, command.flags,
                      command.function);
   }
+  fx::cleanup::RegisterCleanupCommands(stack, kHostCommandGroup, [] { CurrentRunner().FailCommand(); });
 }
 
 void RemoveHostCommands(AcEdCommandStack& stack) { stack.removeGroup(kHostCommandGroup); }

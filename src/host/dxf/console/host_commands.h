@@ -10,6 +10,7 @@
 //          and ends normally.
 //   UNITS  shows $INSUNITS and asks for a new value (0 to 20); an empty
 //          answer keeps it.
+//   AUDIT, PURGE, OVERKILL: see host/dxf/cleanup/cleanup_commands.h.
 #ifndef FLOORXPORT_HOST_DXF_CONSOLE_HOST_COMMANDS_H_
 #define FLOORXPORT_HOST_DXF_CONSOLE_HOST_COMMANDS_H_
 

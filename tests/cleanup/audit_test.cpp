@@ -1,0 +1,141 @@
+// AUDIT on a drawing made with one problem of each kind: the report, the
+// repairs, and a clean audit of the repaired drawing once saved.
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "cleanup_fixture.h"
+
+namespace fx::cleanup_test {
+namespace {
+
+Tags LineBody(double y) {
+  return {{100, "AcDbLine"}, {10, "0.0"}, {20, std::to_string(y)}, {30, "0.0"},
+          {11, "10.0"}, {21, std::to_string(y)}, {31, "0.0"}};
+}
+
+class AuditTest : public CleanupTest {
+ protected:
+  // Handles of what is wrong, for the expected report.
+  struct Faults {
+    std::string layer_table, walls, ghost_line, ghost_line2, dashed_line, text, insert, moved_line, paper_space,
+        orphan, root;
+  };
+
+  TestDrawing FaultyDrawing(Faults& f) {
+    TestDrawing d;
+    d.Header("$HANDSEED", {{5, "1"}});
+    f.layer_table = d.TableHandle("LAYER");
+    f.walls = d.Layer("Walls");
+    f.ghost_line = d.Entity("", "LINE", "Ghost", LineBody(0));
+    f.dashed_line = d.Entity("", "LINE", "Walls", LineBody(1), {{6, "NOSUCH"}});
+    f.ghost_line2 = d.Entity("", "LINE", "ghost", LineBody(2));
+    f.text = d.Entity("", "TEXT", "0", {{100, "AcDbText"}, {10, "0.0"}, {20, "5.0"}, {30, "0.0"}, {40, "2.5"},
+                                        {1, "Hall"}, {7, "Missing"}, {100, "AcDbText"}});
+    f.insert = d.Entity("", "INSERT", "0", {{100, "AcDbBlockReference"}, {2, "Nowhere"}, {10, "0.0"},
+                                            {20, "0.0"}, {30, "0.0"}});
+    f.paper_space = d.Block("Spare");
+    f.moved_line = d.Entity("", "LINE", "0", LineBody(3), {}, f.paper_space);
+    f.orphan = d.Object("XRECORD", "DEAD", {{100, "AcDbXrecord"}, {280, "1"}, {1, "lost"}});
+    d.RootEntry("GONE", "ABC");
+    return d;
+  }
+
+  std::string Report(const Faults& f, const std::string& largest, bool fixed) {
+    auto line = [&](const std::string& text, const char* repair) {
+      return "\n" + text + (fixed ? std::string(": ") + repair : std::string()) + ".";
+    };
+    const std::string handle_of_root = RootHandle();
+    return line("$HANDSEED 1 is not above the largest handle " + largest, ("set to " + Next(largest)).c_str()) +
+           line("LINE " + f.moved_line + ": owner " + f.paper_space + " is not its block record " +
+                    ModelSpaceHandle(),
+                "owner corrected") +
+           line("Layer \"Ghost\" does not exist (used by 2 entities, first LINE " + f.ghost_line + ")",
+                "layer created") +
+           line("Linetype \"NOSUCH\" does not exist (used by 1 entity: LINE " + f.dashed_line + ")",
+                "set to ByLayer") +
+           line("Text style \"Missing\" does not exist (used by 1 entity: TEXT " + f.text + ")", "set to Standard") +
+           line("INSERT " + f.insert + ": block \"Nowhere\" does not exist", "insert erased") +
+           line("XRECORD " + f.orphan + ": owner DEAD does not exist", "object erased") +
+           line("DICTIONARY " + handle_of_root + ": entry \"GONE\" names object ABC, which does not exist",
+                "entry removed");
+  }
+
+  std::string RootHandle() { return database().namedObjectsDictionaryId().handle().ascii(); }
+  std::string ModelSpaceHandle() { return database().modelSpaceId().handle().ascii(); }
+  static std::string Next(const std::string& hex) { return AcDbHandle(AcDbHandle(hex).value() + 1).ascii(); }
+  std::string Largest() {
+    uint64_t largest = 0;
+    for (fx::dxf::RecordId r = imp().document().first(); r != fx::dxf::kNoRecord; r = imp().document().next(r))
+      if (const AcDbStub* stub = imp().StubOf(r); stub && !stub->synthetic_handle)
+        largest = std::max(largest, stub->handle.value());
+    return AcDbHandle(largest).ascii();
+  }
+};
+
+TEST_F(AuditTest, ReportsEachProblemAndChangesNothingWithoutFixing) {
+  Faults f;
+  Open(FaultyDrawing(f));
+  const std::string largest = Largest();
+  EXPECT_EQ(RunCommands("_AUDIT N"), "\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: N" +
+                                         Report(f, largest, false) + "\n8 errors found, 0 fixed.\n");
+  EXPECT_FALSE(imp().modified());
+  // An empty answer is No too.
+  EXPECT_EQ(RunCommands("_AUDIT ").rfind("\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: \n$HANDSEED", 0),
+            0u);
+  EXPECT_FALSE(imp().modified());
+}
+
+TEST_F(AuditTest, FixesEveryProblemFound) {
+  Faults f;
+  Open(FaultyDrawing(f));
+  const std::string largest = Largest();
+  EXPECT_EQ(RunCommands("_AUDIT Y"), "\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: Y" +
+                                         Report(f, largest, true) + "\n8 errors found, 8 fixed.\n");
+  EXPECT_EQ(Names("LAYER"), (std::set<std::string>{"0", "Walls", "Ghost"}));
+  EXPECT_EQ(RecordTags(f.dashed_line).GetString(6, RecordTags(f.dashed_line).Body()), "ByLayer");
+  EXPECT_EQ(RecordTags(f.text).GetString(7, RecordTags(f.text).Body()), "Standard");
+  EXPECT_EQ(RecordTags(f.insert).size(), 0u);
+  EXPECT_EQ(RecordTags(f.orphan).size(), 0u);
+  EXPECT_EQ(RecordTags(f.moved_line).GetString(330, RecordTags(f.moved_line).Body()), ModelSpaceHandle());
+  AcDbDictionary* root = nullptr;
+  ASSERT_EQ(database().getNamedObjectsDictionary(root, AcDb::kForRead), Acad::eOk);
+  EXPECT_EQ(root->numEntries(), 1u);  // ACAD_GROUP
+  root->close();
+  const std::string clean = "\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: N\n0 errors found, 0 fixed.\n";
+  EXPECT_EQ(RunCommands("_AUDIT N"), clean);
+  SaveAndReopen();
+  EXPECT_EQ(RunCommands("_AUDIT N"), clean);
+  EXPECT_GT(database().handseed().value(), AcDbHandle(largest).value());
+}
+
+// Drawings of other programs write wrong owners on table records.
+TEST_F(AuditTest, TableRecordOwnedByAnotherTable) {
+  TestDrawing d;
+  const std::string walls = d.Layer("Walls");
+  std::string text = d.Text();
+  const std::string stored = "  5\n" + walls + "\n330\n" + d.TableHandle("LAYER") + "\n";
+  const size_t at = text.find(stored);
+  ASSERT_NE(at, std::string::npos);
+  text.replace(at, stored.size(), "  5\n" + walls + "\n330\n" + d.TableHandle("STYLE") + "\n");
+  const std::string path = TempPath("owners.dxf");
+  {
+    std::ofstream file(path, std::ios::binary);
+    file << text;
+  }
+  Open(path);
+  EXPECT_EQ(RunCommands("_AUDIT Y"),
+            "\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: Y\nLAYER " + walls + ": owner " +
+                d.TableHandle("STYLE") + " is not its LAYER table " + d.TableHandle("LAYER") +
+                ": owner corrected.\n1 error found, 1 fixed.\n");
+  EXPECT_EQ(RecordTags(walls).GetString(330, RecordTags(walls).Body()), d.TableHandle("LAYER"));
+}
+
+TEST_F(AuditTest, NoDrawingFailsTheCommand) {
+  EXPECT_EQ(RunCommands("_AUDIT"), "\nCommand: _AUDIT\nNo drawing is open.\n");
+  EXPECT_EQ(runner().problems(),
+            std::vector<std::string>{"command _AUDIT failed; the rest of the script was skipped"});
+}
+
+}  // namespace
+}  // namespace fx::cleanup_test

@@ -1,0 +1,213 @@
+#include "test_drawing.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+namespace fx::cleanup_test {
+namespace {
+
+const char* const kTables[] = {"VPORT", "LTYPE", "LAYER", "STYLE", "VIEW", "UCS", "APPID", "DIMSTYLE", "BLOCK_RECORD"};
+
+void Put(std::ostringstream& out, int code, const std::string& value) {
+  char padded[8];
+  std::snprintf(padded, sizeof padded, "%3d", code);
+  out << padded << "\n" << value << "\n";
+}
+
+void PutAll(std::ostringstream& out, const Tags& tags) {
+  for (const auto& [code, value] : tags) Put(out, code, value);
+}
+
+}  // namespace
+
+TestDrawing::TestDrawing() {
+  for (const char* table : kTables) table_handles_[table] = NewHandle();
+  root_handle_ = NewHandle();
+  TableRecord("VPORT", "VPORT", {{100, "AcDbViewportTableRecord"}, {2, "*ACTIVE"}, {70, "0"}, {12, "0.0"},
+                                 {22, "0.0"}, {40, "10.0"}, {41, "2.0"}});
+  for (const char* name : {"ByBlock", "ByLayer", "Continuous"}) Linetype(name);
+  Layer("0");
+  Style("Standard");
+  TableRecord("APPID", "APPID", {{100, "AcDbRegAppTableRecord"}, {2, "ACAD"}, {70, "0"}});
+  Block("*Model_Space");
+  Block("*Paper_Space");
+  const std::string groups = Object("DICTIONARY", root_handle_, {{100, "AcDbDictionary"}, {281, "1"}});
+  RootEntry("ACAD_GROUP", groups);
+}
+
+std::string TestDrawing::NewHandle() {
+  char hex[16];
+  std::snprintf(hex, sizeof hex, "%X", next_handle_++);
+  return hex;
+}
+
+std::string TestDrawing::TableRecord(const std::string& table, const std::string& type, const Tags& tags) {
+  std::string handle = NewHandle();
+  Tags all{{5, handle}, {330, table_handles_[table]}, {100, "AcDbSymbolTableRecord"}};
+  all.insert(all.end(), tags.begin(), tags.end());
+  tables_[table].push_back({type, std::move(all)});
+  return handle;
+}
+
+std::string TestDrawing::Layer(const std::string& name, const Tags& extra) {
+  // Values in `extra` replace the defaults of their codes.
+  Tags tags{{100, "AcDbLayerTableRecord"}, {2, name}, {70, "0"}, {62, "7"}, {6, "Continuous"}};
+  for (const auto& [code, value] : extra) {
+    auto same = std::find_if(tags.begin(), tags.end(), [code = code](const auto& tag) { return tag.first == code; });
+    if (same != tags.end()) same->second = value;
+    else tags.emplace_back(code, value);
+  }
+  return TableRecord("LAYER", "LAYER", tags);
+}
+
+std::string TestDrawing::Linetype(const std::string& name) {
+  return TableRecord("LTYPE", "LTYPE", {{100, "AcDbLinetypeTableRecord"}, {2, name}, {70, "0"}, {3, ""},
+                                        {72, "65"}, {73, "0"}, {40, "0.0"}});
+}
+
+std::string TestDrawing::Style(const std::string& name) {
+  return TableRecord("STYLE", "STYLE", {{100, "AcDbTextStyleTableRecord"}, {2, name}, {70, "0"}, {40, "0.0"},
+                                        {41, "1.0"}, {50, "0.0"}, {71, "0"}, {42, "2.5"}, {3, "txt"}, {4, ""}});
+}
+
+std::string TestDrawing::Block(const std::string& name) {
+  BlockDef block;
+  block.name = name;
+  block.record_handle = TableRecord("BLOCK_RECORD", "BLOCK_RECORD", {{100, "AcDbBlockTableRecord"}, {2, name}});
+  block.begin_handle = NewHandle();
+  block.end_handle = NewHandle();
+  blocks_.push_back(std::move(block));
+  return blocks_.back().record_handle;
+}
+
+std::string TestDrawing::Entity(const std::string& block, const std::string& type, const std::string& layer,
+                                const Tags& body, const Tags& common, const std::string& owner) {
+  BlockDef* target = nullptr;
+  for (BlockDef& b : blocks_)
+    if (b.name == (block.empty() ? "*Model_Space" : block)) target = &b;
+  if (target == nullptr) return {};
+  std::string handle = NewHandle();
+  Tags tags{{5, handle}, {330, owner.empty() ? target->record_handle : owner}, {100, "AcDbEntity"}, {8, layer}};
+  tags.insert(tags.end(), common.begin(), common.end());
+  tags.insert(tags.end(), body.begin(), body.end());
+  target->entities.push_back({type, std::move(tags)});
+  return handle;
+}
+
+std::string TestDrawing::Object(const std::string& type, const std::string& owner, const Tags& body) {
+  std::string handle = NewHandle();
+  Tags tags{{5, handle}, {330, owner}};
+  tags.insert(tags.end(), body.begin(), body.end());
+  objects_.push_back({type, std::move(tags)});
+  return handle;
+}
+
+void TestDrawing::RootEntry(const std::string& name, const std::string& handle) {
+  root_entries_.emplace_back(3, name);
+  root_entries_.emplace_back(350, handle);
+}
+
+void TestDrawing::Header(const std::string& name, const Tags& values) { header_.emplace_back(name, values); }
+
+std::string TestDrawing::Text() const {
+  std::ostringstream out;
+  Put(out, 0, "SECTION");
+  Put(out, 2, "HEADER");
+  Put(out, 9, "$ACADVER");
+  Put(out, 1, "AC1015");
+  // $HANDSEED: the next free handle unless the test gives another.
+  char seed[16];
+  std::snprintf(seed, sizeof seed, "%X", next_handle_);
+  Tags seed_value{{5, seed}};
+  for (const auto& [name, values] : header_)
+    if (name == "$HANDSEED") seed_value = values;
+  Put(out, 9, "$HANDSEED");
+  PutAll(out, seed_value);
+  for (const auto& [name, values] : header_) {
+    if (name == "$HANDSEED") continue;
+    Put(out, 9, name);
+    PutAll(out, values);
+  }
+  Put(out, 0, "ENDSEC");
+  Put(out, 0, "SECTION");
+  Put(out, 2, "TABLES");
+  for (const char* table : kTables) {
+    auto it = tables_.find(table);
+    const size_t count = it == tables_.end() ? 0 : it->second.size();
+    Put(out, 0, "TABLE");
+    Put(out, 2, table);
+    Put(out, 5, table_handles_.at(table));
+    Put(out, 330, "0");
+    Put(out, 100, "AcDbSymbolTable");
+    Put(out, 70, std::to_string(count));
+    if (std::string(table) == "DIMSTYLE") {
+      Put(out, 100, "AcDbDimStyleTable");
+      Put(out, 0, "DIMSTYLE");
+      Put(out, 105, "FF");
+      Put(out, 330, table_handles_.at(table));
+      Put(out, 100, "AcDbSymbolTableRecord");
+      Put(out, 100, "AcDbDimStyleTableRecord");
+      Put(out, 2, "Standard");
+      Put(out, 70, "0");
+      PutAll(out, dimstyle_extra_);
+    }
+    if (it != tables_.end()) {
+      for (const Record& record : it->second) {
+        Put(out, 0, record.type);
+        PutAll(out, record.tags);
+      }
+    }
+    Put(out, 0, "ENDTAB");
+  }
+  Put(out, 0, "ENDSEC");
+  Put(out, 0, "SECTION");
+  Put(out, 2, "BLOCKS");
+  for (const BlockDef& block : blocks_) {
+    Put(out, 0, "BLOCK");
+    PutAll(out, {{5, block.begin_handle}, {330, block.record_handle}, {100, "AcDbEntity"}, {8, "0"},
+                 {100, "AcDbBlockBegin"}, {2, block.name}, {70, "0"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"},
+                 {3, block.name}, {1, ""}});
+    if (block.name != "*Model_Space") {
+      for (const Record& entity : block.entities) {
+        Put(out, 0, entity.type);
+        PutAll(out, entity.tags);
+      }
+    }
+    Put(out, 0, "ENDBLK");
+    PutAll(out, {{5, block.end_handle}, {330, block.record_handle}, {100, "AcDbEntity"}, {8, "0"},
+                 {100, "AcDbBlockEnd"}});
+  }
+  Put(out, 0, "ENDSEC");
+  Put(out, 0, "SECTION");
+  Put(out, 2, "ENTITIES");
+  for (const BlockDef& block : blocks_) {
+    if (block.name != "*Model_Space") continue;
+    for (const Record& entity : block.entities) {
+      Put(out, 0, entity.type);
+      PutAll(out, entity.tags);
+    }
+  }
+  Put(out, 0, "ENDSEC");
+  Put(out, 0, "SECTION");
+  Put(out, 2, "OBJECTS");
+  Put(out, 0, "DICTIONARY");
+  PutAll(out, {{5, root_handle_}, {330, "0"}, {100, "AcDbDictionary"}, {281, "1"}});
+  PutAll(out, root_entries_);
+  for (const Record& object : objects_) {
+    Put(out, 0, object.type);
+    PutAll(out, object.tags);
+  }
+  Put(out, 0, "ENDSEC");
+  Put(out, 0, "EOF");
+  return out.str();
+}
+
+bool TestDrawing::Save(const std::string& path) const {
+  std::ofstream file(path, std::ios::binary);
+  file << Text();
+  return static_cast<bool>(file);
+}
+
+}  // namespace fx::cleanup_test
