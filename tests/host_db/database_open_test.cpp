@@ -103,3 +103,24 @@ TEST(DatabaseOpenTest, DuplicateHandlesFailTheLoadNamingBothLines) {
   EXPECT_EQ(fx::dxf::ReadDrawing(path.string(), &error), nullptr);
   EXPECT_EQ(error, path.string() + ":11: duplicate handle 1A (first used at line 5)");
 }
+
+TEST(DatabaseOpenTest, AnErasedLayerGivesItsNameBack) {
+  auto db = Load(std::filesystem::path(FX_TEST_DATA_DIR) / "dxf" / "locked_layer.dxf");
+  ASSERT_NE(db, nullptr);
+  AcDbLayerTable* layers = nullptr;
+  ASSERT_EQ(db->getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+  AcDbObjectId walls;
+  ASSERT_EQ(layers->getAt("WALLS", walls), Acad::eOk);  // names compare without case
+  AcDbLayerTableRecord* layer = nullptr;
+  ASSERT_EQ(acdbOpenObject(layer, walls, AcDb::kForWrite), Acad::eOk);
+  ASSERT_EQ(layer->erase(), Acad::eOk);
+  layer->close();
+  EXPECT_FALSE(layers->has("Walls"));
+  auto* again = new AcDbLayerTableRecord();
+  again->setName("Walls");
+  AcDbObjectId again_id;
+  EXPECT_EQ(layers->add(again_id, again), Acad::eOk);
+  again->close();
+  layers->close();
+  EXPECT_NE(again_id, walls);
+}

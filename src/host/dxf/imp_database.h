@@ -111,6 +111,9 @@ class AcDbImpDatabase {
   AcDbStub* NewStub(fx::dxf::RecordId record, StubKind kind, AcDbStub* owner);
   AcDbStub* SyntheticStub(StubKind kind, std::vector<fx::dxf::Tag> tags);
   void LinkBlocks();
+  // Drops what an object erased at close leaves behind: its name in its
+  // table's index, its extension dictionary.
+  void ForgetErased(AcDbStub* stub, const fx::dxf::TagList& tags);
   // Adds an empty section before the ENTITIES section (or the end); returns its ENDSEC.
   fx::dxf::RecordId AddSection(std::string_view name);
 

@@ -63,6 +63,7 @@ Acad::ErrorStatus AcDbImpDatabase::Close(AcDbObject* object) {
       MarkModified();
     }
     if (stub->erased && stub->record != kNoRecord && document_->is_live(stub->record)) {
+      ForgetErased(stub, imp->tags());
       for (AcDbStub* child : SubEntities(stub)) document_->Erase(child->record);
       // The SEQEND that ends the sub-entities goes with them.
       RecordId next = document_->next(stub->record);
@@ -76,6 +77,26 @@ Acad::ErrorStatus AcDbImpDatabase::Close(AcDbObject* object) {
     --stub->readers;
   }
   return Acad::eOk;
+}
+
+void AcDbImpDatabase::ForgetErased(AcDbStub* stub, const fx::dxf::TagList& tags) {
+  // An erased table record gives its name back.
+  if (stub->kind == StubKind::kTableRecord) {
+    for (fx::dxf::SymbolTable& table : tables_) {
+      if (table.stub != stub->owner) continue;
+      auto it = table.by_name.find(fx::dxf::FoldCase(tags.GetString(2, tags.Body())));
+      if (it != table.by_name.end() && it->second == stub) table.by_name.erase(it);
+    }
+  }
+  // Its extension dictionary goes with it.
+  for (size_t i = 1; i + 1 < tags.size(); ++i) {
+    if (tags[i].code != 102 || fx::dxf::TrimBlanks(tags[i].value) != "{ACAD_XDICTIONARY") continue;
+    AcDbStub* dictionary = FindHandle(AcDbHandle(fx::dxf::TrimBlanks(tags[i + 1].value)));
+    if (dictionary != nullptr && !dictionary->erased && dictionary->record != kNoRecord) {
+      dictionary->erased = true;
+      document_->Erase(dictionary->record);
+    }
+  }
 }
 
 AcDbStub* AcDbImpDatabase::AddRecord(fx::dxf::TagList& tags, RecordId before, StubKind kind,
