@@ -1,0 +1,82 @@
+#include "svg/svg_save.h"
+
+#include <zlib.h>
+
+#include <climits>
+
+#include "svg/svg_document.h"
+#include "svg/svg_temp_file.h"
+
+namespace fx::svg {
+namespace {
+
+bool Report(std::string* error, const std::string& message) {
+  if (error != nullptr) *error = message;
+  return false;
+}
+
+// Streams the document's text into the new file.
+class FileWriter : public pugi::xml_writer {
+ public:
+  explicit FileWriter(TempFile& file) : file_(file) {}
+  void write(const void* data, size_t size) override {
+    if (ok_) ok_ = file_.Write(data, size);
+  }
+  bool ok() const { return ok_; }
+
+ private:
+  TempFile& file_;
+  bool ok_ = true;
+};
+
+// Streams it through zlib; a short write ends the writing.
+class GzipWriter : public pugi::xml_writer {
+ public:
+  explicit GzipWriter(gzFile file) : file_(file) {}
+  void write(const void* data, size_t size) override {
+    const char* bytes = static_cast<const char*>(data);
+    while (ok_ && size > 0) {
+      const unsigned chunk = size > INT_MAX / 2 ? INT_MAX / 2 : static_cast<unsigned>(size);
+      ok_ = gzwrite(file_, bytes, chunk) == static_cast<int>(chunk);
+      bytes += chunk;
+      size -= chunk;
+    }
+  }
+  bool ok() const { return ok_; }
+
+ private:
+  gzFile file_;
+  bool ok_ = true;
+};
+
+}  // namespace
+
+bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error) {
+  TempFile file(path);
+  if (!file.ok()) return Report(error, file.error());
+  FileWriter writer(file);
+  WriteDocument(document, writer);
+  if (!writer.ok() || !file.Commit()) return Report(error, file.error());
+  return true;
+}
+
+bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error) {
+  TempFile file(path);
+  if (!file.ok()) return Report(error, file.error());
+  // zlib gets its own descriptor: gzclose closes it, the file keeps its own
+  // for the flush to disk and the rename.
+  const int fd = file.Duplicate();
+  gzFile gz = fd >= 0 ? gzdopen(fd, "wb6f") : nullptr;
+  if (gz == nullptr) {
+    TempFile::CloseDuplicate(fd);
+    return Report(error, path + ": cannot start compressing");
+  }
+  GzipWriter writer(gz);
+  WriteDocument(document, writer);
+  const bool closed = gzclose(gz) == Z_OK;
+  if (!writer.ok() || !closed) return Report(error, path + ": cannot write the compressed text");
+  if (!file.Commit()) return Report(error, file.error());
+  return true;
+}
+
+}  // namespace fx::svg

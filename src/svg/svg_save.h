@@ -1,0 +1,24 @@
+// Saving an SVG document whole or not at all: the text goes to a new file
+// beside the target, which is renamed over the target only when all of it
+// was written; on any failure the new file is removed and the target is
+// left as it was.
+#ifndef FLOORXPORT_SVG_SVG_SAVE_H_
+#define FLOORXPORT_SVG_SVG_SAVE_H_
+
+#include <string>
+
+#include <pugixml.hpp>
+
+namespace fx::svg {
+
+// ".svg": the document's UTF-8 text. False with *error (when given) set to
+// a message naming the file on failure.
+bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error = nullptr);
+
+// ".svgz": the same text compressed with zlib's gzip file interface, mode
+// "wb6f" (compression level 6, filtered strategy).
+bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error = nullptr);
+
+}  // namespace fx::svg
+
+#endif  // FLOORXPORT_SVG_SVG_SAVE_H_

@@ -1,0 +1,88 @@
+// Numbers: the coordinate precision rule, coordinates, colours and widths.
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <limits>
+
+#include "svg/svg_number.h"
+
+namespace {
+
+using fx::svg::CoordinateDecimals;
+
+TEST(SvgNumberTest, DecimalsFollowTheDigitsOfTheTruncatedDiagonal) {
+  const struct {
+    double diagonal;
+    int decimals;
+  } kCases[] = {
+      {0, 5},     {0.5, 5},      {9.99, 5},       {10, 4},         {99.9, 4},       {100.0, 3},
+      {250, 3},   {999.999, 3},  {12000, 1},      {99999.9, 1},    {100000, 0},     {1e6, 0},
+      {1e12, 0},  {-1, 5},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(CoordinateDecimals(c.diagonal), c.decimals) << c.diagonal;
+}
+
+TEST(SvgNumberTest, CoordinatesDropTrailingZerosAndNegativeZero) {
+  const struct {
+    double value;
+    int decimals;
+    const char* text;
+  } kCases[] = {
+      {1.23456789, 4, "1.2346"}, {1.23456789, 3, "1.235"}, {2.5, 3, "2.5"},   {2, 3, "2"},
+      {100, 0, "100"},           {1e6, 0, "1000000"},      {-0.0001, 3, "0"}, {-0.0, 2, "0"},
+      {-1.5, 0, "-2"},           {0.1, 1, "0.1"},          {std::numeric_limits<double>::infinity(), 2, "0"}, {std::nan(""), 2, "0"},
+  };
+  for (const auto& c : kCases) {
+    std::string out;
+    fx::svg::AppendCoordinate(out, c.value, c.decimals);
+    EXPECT_EQ(out, c.text) << c.value << " " << c.decimals;
+  }
+}
+
+TEST(SvgNumberTest, GeneralIsPrintfG) {
+  EXPECT_EQ(fx::svg::General(67650, 6), "67650");
+  EXPECT_EQ(fx::svg::General(17308.333, 6), "17308.3");
+  EXPECT_EQ(fx::svg::General(1234567, 6), "1.23457e+06");
+  EXPECT_EQ(fx::svg::General(-0.0, 6), "0");
+  EXPECT_EQ(fx::svg::General(0.25, 4), "0.25");
+}
+
+// The process locale must not turn a decimal point into a comma.
+TEST(SvgNumberTest, LocaleDoesNotChangeNumbers) {
+  const char* previous = std::setlocale(LC_NUMERIC, nullptr);
+  const std::string saved = previous != nullptr ? previous : "C";
+  if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr && std::setlocale(LC_NUMERIC, "fr_FR.UTF-8") == nullptr)
+    GTEST_SKIP() << "no locale with a decimal comma installed";
+  std::string out;
+  fx::svg::AppendCoordinate(out, 1.5, 3);
+  EXPECT_EQ(out, "1.5");
+  EXPECT_EQ(fx::svg::LineWeightText(25), "0.25mm");
+  std::setlocale(LC_NUMERIC, saved.c_str());
+}
+
+TEST(SvgNumberTest, LineWeights) {
+  EXPECT_EQ(fx::svg::LineWeightText(0), "0.01mm");
+  EXPECT_EQ(fx::svg::LineWeightText(AcDb::kLnWtByLayer), "0.01mm");
+  EXPECT_EQ(fx::svg::LineWeightText(AcDb::kLnWtByBlock), "0.01mm");
+  EXPECT_EQ(fx::svg::LineWeightText(AcDb::kLnWtByLwDefault), "0.01mm");
+  EXPECT_EQ(fx::svg::LineWeightText(5), "0.05mm");
+  EXPECT_EQ(fx::svg::LineWeightText(25), "0.25mm");
+  EXPECT_EQ(fx::svg::LineWeightText(100), "1mm");
+  EXPECT_EQ(fx::svg::LineWeightText(211), "2.11mm");
+}
+
+TEST(SvgNumberTest, ColorsAreUpperCaseHex) {
+  EXPECT_EQ(fx::svg::ColorText(0x000000), "#000000");
+  EXPECT_EQ(fx::svg::ColorText(0xFF7F00), "#FF7F00");
+  EXPECT_EQ(fx::svg::ColorText(0x0a0b0c), "#0A0B0C");
+}
+
+TEST(SvgNumberTest, MatrixWritesRoundingNoiseAsZero) {
+  std::string out;
+  const double m[6] = {6.123233995736766e-17, -1, 1, 6.123233995736766e-17, 10.25, -0.0};
+  fx::svg::AppendMatrix(out, m, 1);
+  EXPECT_EQ(out, "matrix(0 -1 1 0 10.2 0)");
+}
+
+}  // namespace

@@ -1,0 +1,111 @@
+// Saving .svg and .svgz whole or not at all.
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "svg/render_model_space.h"
+#include "svg/pv_svg_world_draw.h"
+#include "svg/svg_document.h"
+#include "svg/svg_save.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class SvgSaveTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    dir_ = fs::path(::testing::TempDir()) / ("svg_save_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    fs::remove_all(dir_);
+    fs::create_directories(dir_);
+    PvSvgWorldDraw draw(nullptr, {{0, 0}, {10, 10}}, {});
+    draw.pushModelTransform(fx::svg::WorldToSvg({{0, 0}, {10, 10}}));
+    const AcGePoint3d points[2] = {{1, 1, 0}, {9, 9, 0}};
+    draw.polyline(2, points);
+    draw.text({1, 5, 0}, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, "caf\xC3\xA9 <&>", true, Style());
+    document_ = draw.takeDocument();
+  }
+  static AcGiTextStyle Style() {
+    AcGiTextStyle style;
+    style.text_size = 1;
+    return style;
+  }
+  static std::string Read(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+  }
+  static std::string Gunzip(const fs::path& path) {
+    gzFile file = gzopen(path.c_str(), "rb");
+    std::string text;
+    char buffer[4096];
+    int got;
+    while (file != nullptr && (got = gzread(file, buffer, sizeof buffer)) > 0) text.append(buffer, static_cast<size_t>(got));
+    if (file != nullptr) gzclose(file);
+    return text;
+  }
+  // The names in the folder: nothing but what a test put there.
+  std::vector<std::string> Names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(dir_)) names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+  }
+
+  fs::path dir_;
+  std::unique_ptr<pugi::xml_document> document_;
+};
+
+TEST_F(SvgSaveTest, SvgIsTheDocumentText) {
+  const fs::path path = dir_ / "plan.svg";
+  std::string error;
+  ASSERT_TRUE(fx::svg::SaveSvg(*document_, path.string(), &error)) << error;
+  EXPECT_EQ(Read(path), fx::svg::DocumentText(*document_));
+  EXPECT_EQ(Names(), std::vector<std::string>{"plan.svg"});
+}
+
+TEST_F(SvgSaveTest, SvgzIsTheTextCompressed) {
+  const fs::path path = dir_ / "plan.svgz";
+  std::string error;
+  ASSERT_TRUE(fx::svg::SaveSvgz(*document_, path.string(), &error)) << error;
+  const std::string bytes = Read(path);
+  ASSERT_GT(bytes.size(), 10u);
+  EXPECT_EQ(static_cast<unsigned char>(bytes[0]), 0x1F);  // gzip
+  EXPECT_EQ(static_cast<unsigned char>(bytes[1]), 0x8B);
+  EXPECT_EQ(Gunzip(path), fx::svg::DocumentText(*document_));
+  EXPECT_EQ(Names(), std::vector<std::string>{"plan.svgz"});
+}
+
+TEST_F(SvgSaveTest, ReplacesAnExistingFile) {
+  const fs::path path = dir_ / "plan.svg";
+  std::ofstream(path) << "old";
+  ASSERT_TRUE(fx::svg::SaveSvg(*document_, path.string()));
+  EXPECT_EQ(Read(path), fx::svg::DocumentText(*document_));
+}
+
+TEST_F(SvgSaveTest, MissingFolderFailsAndWritesNothing) {
+  const fs::path path = dir_ / "missing" / "plan.svg";
+  std::string error;
+  EXPECT_FALSE(fx::svg::SaveSvg(*document_, path.string(), &error));
+  EXPECT_NE(error.find(path.string()), std::string::npos) << error;
+  EXPECT_FALSE(fx::svg::SaveSvgz(*document_, path.string(), &error));
+  EXPECT_TRUE(Names().empty());
+}
+
+// A target that cannot be replaced (a folder) stays as it was and the new
+// file beside it is removed.
+TEST_F(SvgSaveTest, FailedReplaceLeavesTheTargetAndNoNewFile) {
+  const fs::path path = dir_ / "plan.svg";
+  fs::create_directories(path / "inside");
+  std::string error;
+  EXPECT_FALSE(fx::svg::SaveSvg(*document_, path.string(), &error));
+  EXPECT_FALSE(fx::svg::SaveSvgz(*document_, path.string(), &error));
+  EXPECT_TRUE(fs::is_directory(path / "inside"));
+  EXPECT_EQ(Names(), std::vector<std::string>{"plan.svg"});
+}
+
+}  // namespace
