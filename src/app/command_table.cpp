@@ -5,6 +5,7 @@
 #include "app/about_dialog.h"
 #include "app/cleanup_commands.h"
 #include "app/pending_commands.h"
+#include "rooms/convert_command.h"
 
 namespace fx::app {
 namespace {
@@ -24,7 +25,7 @@ constexpr AcRxCommandEntry kCommands[] = {
     Row("_expdlg", "vantoryexpdlg", kModal, ExportOptionsDialog),
     Row("_export", "vantoryexport", kTransparent, ExportCommandLine),
     Row("_convertdlg", "vantorconvertdlg", kTransparent, ConvertDialog),
-    Row("_convert", "vantoryconvert", kModal, Convert),
+    Row("_convert", "vantoryconvert", kModal, rooms::ConvertCommand),
     Row("_roomlistdlg", "vantoryroomlistdlg", kModal, RoomListDialog),
     Row("_ExportToFile", "vantoryExportToFile", kModal, ExportToFile),
     Row("_addmarker", "vantoryaddmarker", kTransparent, AddMarker),

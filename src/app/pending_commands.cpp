@@ -11,7 +11,6 @@ void PrintNotAvailable(const char* command_name) {
 void ExportOptionsDialog() { PrintNotAvailable("vantoryexpdlg"); }
 void ExportCommandLine() { PrintNotAvailable("vantoryexport"); }
 void ConvertDialog() { PrintNotAvailable("vantorconvertdlg"); }
-void Convert() { PrintNotAvailable("vantoryconvert"); }
 void RoomListDialog() { PrintNotAvailable("vantoryroomlistdlg"); }
 void ExportToFile() { PrintNotAvailable("vantoryExportToFile"); }
 void AddMarker() { PrintNotAvailable("vantoryaddmarker"); }

@@ -12,7 +12,6 @@ void PrintNotAvailable(const char* command_name);
 void ExportOptionsDialog();
 void ExportCommandLine();
 void ConvertDialog();
-void Convert();
 void RoomListDialog();
 void ExportToFile();
 void AddMarker();

@@ -44,6 +44,18 @@ class CDocData {
   const std::vector<AcDbObjectId>& roomIds() const { return rooms_; }
   void setRoomIds(std::vector<AcDbObjectId> ids) { rooms_ = std::move(ids); }
   void addRoomId(AcDbObjectId id) { rooms_.push_back(id); }
+  // The number of contours that the last analysis matched to an identifier
+  // (the rooms identified; "Rooms Identified :" of the summary).
+  size_t identifiedRoomCount() const { return identified_rooms_; }
+  void setIdentifiedRoomCount(size_t count) { identified_rooms_ = count; }
+  // The polyline the last analysis marked as the floor outline; null when
+  // the drawing had none.
+  AcDbObjectId floorOutline() const { return floor_outline_; }
+  void setFloorOutline(AcDbObjectId id) { floor_outline_ = id; }
+  // True once an analysis ran to its end; false while one runs and after
+  // one ended early (its message printed), until the next one completes.
+  bool analysed() const { return analysed_; }
+  void setAnalysed(bool analysed) { analysed_ = analysed; }
 
   // Drawing access. Failures print their line ("\nCDocData::GetBlockID = %s")
   // through the editor and return the host's status.
@@ -76,6 +88,9 @@ class CDocData {
   std::array<std::vector<AcDbObjectId>, kProblemKindCount> problems_;
   std::vector<std::pair<AcDbObjectId, AcDbObjectId>> pairs_;
   std::vector<AcDbObjectId> rooms_;
+  size_t identified_rooms_ = 0;
+  AcDbObjectId floor_outline_;
+  bool analysed_ = false;
 };
 
 // The data of every open document.

@@ -43,7 +43,6 @@ TEST_F(CommandsTest, CommandsNotBuiltYetSaySoAndTheScriptGoesOn) {
       "vantoryexpdlg",
       "vantoryexport",
       "vantorconvertdlg",
-      "vantoryconvert",
       "vantoryroomlistdlg",
       "vantoryExportToFile",
       "vantoryaddmarker",

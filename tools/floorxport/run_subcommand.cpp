@@ -174,6 +174,10 @@ int RunDrawing(const RunOptions& options) {
       runner.AddProblem(error);
     } else {
       runner.RunScript();
+      std::string problem;
+      if (options.after_script && !runner.failed() && !options.after_script(&problem)) {
+        runner.AddProblem(problem);
+      }
       const std::optional<std::string> target =
           options.save_in_place ? std::optional<std::string>(options.drawing) : options.output;
       if (target && runner.failed()) {

@@ -3,6 +3,7 @@
 #ifndef FLOORXPORT_TOOLS_FLOORXPORT_RUN_SUBCOMMAND_H_
 #define FLOORXPORT_TOOLS_FLOORXPORT_RUN_SUBCOMMAND_H_
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,11 @@ struct RunOptions {
   std::optional<std::string> output;  // -o
   bool save_in_place = false;         // --save
   fx::console::AnswerPolicy answers;
+  // Called when the script ran without failing, while the drawing is still
+  // open, so a subcommand can read and print what its commands left (the
+  // analysis's problem lists). False, with *problem, fails the run: the
+  // drawing is then not saved.
+  std::function<bool(std::string* problem)> after_script;
 };
 
 // Runs one drawing as `floorxport run` does and returns the exit status:

@@ -1,0 +1,228 @@
+// floorxport analyze, the real program: both modes on the bundled sample,
+// the records it saves as another DXF reader (ezdxf) reads them, usage
+// errors, and the corpus floors that have room contours.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "program_runner.h"
+#include "rooms_fixture.h"
+
+namespace fx::rooms_test {
+namespace {
+
+using fx::cli_test::ProgramResult;
+using fx::cli_test::RunProgram;
+
+std::string Summary(const std::string& floor, int contours, int identifiers, int rooms, int not_found,
+                    int duplicates, int intersected, int empty, int multiple) {
+  std::ostringstream out;
+  out << "\n\nRoom analysis:"
+      << "\n  Floor outline:                   " << floor
+      << "\n  Room contours:                   " << contours
+      << "\n  Room identifiers:                " << identifiers
+      << "\n  Rooms identified:                " << rooms
+      << "\n  Area not found:                  " << not_found
+      << "\n  Duplicate numbers:               " << duplicates
+      << "\n  Intersected contours:            " << intersected
+      << "\n  Contours without identifiers:    " << empty
+      << "\n  Rooms with multiple identifiers: " << multiple << "\n";
+  return out.str();
+}
+
+bool EndsWith(const std::string& text, const std::string& end) {
+  return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+const std::vector<std::string> kSampleBlock = {"--floor-layer", "FloorArea", "--contour-layer", "RoomContours",
+                                               "--block", "ROOMTAG", "--name-tag", "NAME",
+                                               "--category-tag", "CATEGORY", "--description-tag", "DESCRIPTION"};
+const std::vector<std::string> kSampleText = {"--floor-layer", "FloorArea", "--contour-layer", "RoomContours",
+                                              "--name-layer", "RoomNames", "--type-layer", "RoomTypes",
+                                              "--description-layer", "RoomDescriptions"};
+
+class AnalyzeProgramTest : public ::testing::Test {
+ protected:
+  AnalyzeProgramTest() : dir_(ScratchDir()) {}
+  ~AnalyzeProgramTest() override { std::filesystem::remove_all(dir_); }
+
+  // floorxport with its own settings file, then "analyze DRAWING" and `args`.
+  ProgramResult Analyze(const std::string& drawing, std::vector<std::string> args) {
+    args.insert(args.begin(), {"--settings", dir_ + "/settings.reg", "analyze", drawing});
+    return RunProgram(FX_FLOORXPORT, args, dir_);
+  }
+
+  std::string dir_;
+};
+
+TEST_F(AnalyzeProgramTest, BothModesIdentifyEveryRoomOfTheSample) {
+  for (const auto* args : {&kSampleBlock, &kSampleText}) {
+    const ProgramResult result = Analyze(SampleFloor(), *args);
+    EXPECT_EQ(result.exit_status, 0) << result.err;
+    EXPECT_TRUE(EndsWith(result.out, Summary("handle 47", 24, 24, 24, 0, 0, 0, 0, 0))) << result.out;
+    EXPECT_EQ(result.err, "");
+  }
+}
+
+TEST_F(AnalyzeProgramTest, AnswersTheCommandAsTheDialogWould) {
+  std::vector<std::string> args = kSampleBlock;
+  args.push_back("--remove-inserts");
+  const ProgramResult result = Analyze(SampleFloor(), args);
+  EXPECT_EQ(result.out.substr(0, result.out.find("\n\nRoom analysis:") + 1),
+            "\nCommand: _vantoryconvert\nEnter FloorArea layer: FloorArea\nEnter room contours layer: RoomContours"
+            "\nRoom Identification[Block/Text]:B\nEnter block name: ROOMTAG\nEnter Name Attribute: NAME"
+            "\nEnter Category Attribute: CATEGORY\nEnter Description Attribute: DESCRIPTION"
+            "\nDo you want remove block inserts?[Yes/No]:Yes\n");
+  EXPECT_TRUE(EndsWith(result.out, Summary("handle 47", 24, 24, 24, 0, 0, 0, 0, 0))) << result.out;
+}
+
+// The records as ezdxf reads them from the saved drawing: the items in the
+// order and with the group codes of version 1.2, each linked to a contour.
+TEST_F(AnalyzeProgramTest, TheSavedRecordsReadBackInAnotherReader) {
+  std::vector<std::string> args = kSampleBlock;
+  args.insert(args.end(), {"-o", dir_ + "/analysed.dxf"});
+  ASSERT_EQ(Analyze(SampleFloor(), args).exit_status, 0);
+  const ProgramResult dump =
+      RunProgram(FX_SYSTEM_PYTHON, {FX_XDATA_DUMP, dir_ + "/analysed.dxf"}, dir_);
+  ASSERT_EQ(dump.exit_status, 0) << dump.err;
+  std::istringstream lines(dump.out);
+  std::string line;
+  std::map<std::string, std::vector<std::string>> by_name;
+  while (std::getline(lines, line)) {
+    std::vector<std::string> fields;
+    std::istringstream split(line);
+    for (std::string field; std::getline(split, field, '\t');) fields.push_back(field);
+    ASSERT_EQ(fields.size(), 13u) << line;
+    std::string codes;
+    for (size_t i = 3; i < fields.size(); ++i) codes += fields[i].substr(0, fields[i].find('=')) + " ";
+    EXPECT_EQ(codes, "1001 1000 1000 1000 1000 1000 1000 1071 1010 1010 ") << line;
+    EXPECT_EQ(fields[3], "1001=VantoryApp");
+    EXPECT_EQ(fields[4], "1000=1.2");
+    by_name[fields[5].substr(5)] = fields;
+  }
+  ASSERT_EQ(by_name.size(), 25u);  // 24 rooms and the floor
+  const std::vector<std::string>& floor = by_name.at("<*AREA_FLOOR*>");
+  EXPECT_EQ(floor[1], "LWPOLYLINE");
+  EXPECT_EQ(floor[9], "1000=0");  // no linked entity
+  EXPECT_EQ(floor[11], "1010=-225.0,-225.0,0.0");
+  EXPECT_EQ(floor[12], "1010=67425.0,13525.0,0.0");
+  const std::vector<std::string>& room = by_name.at("1.01");
+  EXPECT_EQ(room[1], "INSERT");
+  EXPECT_EQ(room[2], "LWPOLYLINE:RoomContours");
+  EXPECT_EQ(room[6], "1000=Office");
+  EXPECT_EQ(room[7], "1000=Open office");
+  EXPECT_EQ(room[8], "1000=");
+  EXPECT_EQ(room[10], "1071=0");
+  for (const auto& [name, fields] : by_name) {
+    if (name != "<*AREA_FLOOR*>") {
+      EXPECT_EQ(fields[2], "LWPOLYLINE:RoomContours") << name;
+    }
+  }
+}
+
+TEST_F(AnalyzeProgramTest, AnAnalysisThatEndsEarlyFailsAndSavesNothing) {
+  std::vector<std::string> args = kSampleText;
+  args[3] = "NoSuchLayer";
+  args.insert(args.end(), {"-o", dir_ + "/out.dxf"});
+  const ProgramResult result = Analyze(SampleFloor(), args);
+  EXPECT_EQ(result.exit_status, 1);
+  EXPECT_TRUE(EndsWith(result.out, "\nCDocData::GetLayerTableID = eKeyNotFound\n")) << result.out;
+  EXPECT_EQ(result.err,
+            "floorxport: the room analysis ended early (see its message above)\n"
+            "floorxport: the drawing was not saved because the run failed\n");
+  EXPECT_FALSE(std::filesystem::exists(dir_ + "/out.dxf"));
+}
+
+TEST_F(AnalyzeProgramTest, WrongUsageSaysWhat) {
+  const struct {
+    std::vector<std::string> args;
+    const char* error;
+  } kCases[] = {
+      {{"--floor-layer", "F"}, "analyze needs --floor-layer and --contour-layer"},
+      {{"--floor-layer", "F", "--contour-layer", "C"}, "give --block with its tags, or the three text layers"},
+      {{"--floor-layer", "F", "--contour-layer", "C", "--block", "B", "--name-tag", "N"},
+       "--block needs --name-tag, --category-tag and --description-tag"},
+      {{"--floor-layer", "F", "--contour-layer", "C", "--name-layer", "N"},
+       "text mode needs --name-layer, --type-layer and --description-layer"},
+      {{"--floor-layer", "F", "--contour-layer", "C", "--block", "B", "--name-layer", "N"},
+       "give either the block options or the text layer options, not both"},
+      {{"--floor-layer", "F", "--contour-layer", "C", "--remove-inserts", "--name-layer", "N"},
+       "give either the block options or the text layer options, not both"},
+  };
+  for (const auto& c : kCases) {
+    const ProgramResult result = Analyze(SampleFloor(), c.args);
+    EXPECT_EQ(result.exit_status, 2) << c.error;
+    EXPECT_EQ(result.err, std::string("floorxport: ") + c.error + "\nRun \"floorxport analyze --help\" for usage.\n");
+  }
+  std::vector<std::string> both = kSampleText;
+  both.insert(both.end(), {"-o", dir_ + "/x.dxf", "--save"});
+  EXPECT_EQ(Analyze(SampleFloor(), both).exit_status, 2);
+  const ProgramResult help = RunProgram(FX_FLOORXPORT, {"analyze", "--help"}, dir_);
+  EXPECT_EQ(help.exit_status, 0);
+  EXPECT_EQ(help.out.rfind("Usage: floorxport analyze DRAWING", 0), 0u);
+}
+
+// Real floors by others (../shared/corpus, SOURCES.md): the layers a user
+// would choose, and what the analysis finds there.
+struct CorpusFloor {
+  const char* file;
+  std::vector<std::string> args;
+  std::string summary;
+};
+
+std::vector<std::string> TextLayers(const std::string& floor, const std::string& contours, const std::string& names,
+                                    const std::string& types, const std::string& descriptions) {
+  return {"--floor-layer", floor, "--contour-layer", contours, "--name-layer", names, "--type-layer", types,
+          "--description-layer", descriptions, "--yes"};
+}
+
+TEST_F(AnalyzeProgramTest, CorpusFloors) {
+  const std::string corpus = FX_CORPUS_DIR;
+  if (!std::filesystem::is_directory(corpus)) GTEST_SKIP() << "no corpus at " << corpus;
+  const std::vector<CorpusFloor> floors = {
+      {"vre-spark/cad_033O.dxf",
+       TextLayers("0", "A_Z20___E_RAUM", "A_Z21___T_RAUMTEXT", "A_Z21___T_RAUMTEXT", "A_Z21___T_RAUMTEXT"),
+       Summary("none", 126, 372, 124, 0, 77, 0, 2, 248)},
+      {"openindoor6/plan.dxf",
+       TextLayers("ABY_Contour_Facade", "ABY_Zone_ZIND", "Texte_Pièces", "Texte_Pièces", "Texte_Pièces"),
+       Summary("handle 211", 60, 107, 60, 45, 0, 0, 0, 2)},
+      {"pms-app/building001-0_floor3.dxf",
+       TextLayers("AREA-GROSS", "AREA-ASSIGN", "A-IDEN-RNUM", "Rooms-Information", "AREA-TEXT"),
+       Summary("handle 408E", 26, 26, 26, 0, 0, 0, 0, 0)},
+      {"daoshi/floor1.dxf", TextLayers("建筑面积线", "使用面积线", "文字", "管理人员", "管理人员"),
+       Summary("handle 59F8", 43, 42, 40, 2, 2, 0, 3, 0)},
+      {"daoshi/floor3.dxf", TextLayers("建筑面积线", "使用面积线", "文字", "管理人员", "管理人员"),
+       Summary("handle 2C67", 43, 42, 40, 2, 2, 0, 3, 0)},
+      {"daoshi/floor5.dxf", TextLayers("建筑面积线", "使用面积线", "文字", "管理人员", "管理人员"),
+       Summary("handle 35CC", 61, 62, 59, 3, 2, 0, 2, 0)},
+      {"anandkothar-plans/plan.dxf",
+       TextLayers("0", "Room - Kitchen", "2270pga00$0$A010t - Gen Text", "2270pga00$0$A010t - Gen Text",
+                  "2270pga00$0$A010t - Gen Text"),
+       Summary("handle 2E577", 1, 15, 1, 13, 0, 0, 0, 1)},
+      {"smhbackends/10.dxf", TextLayers("Boundary", "BedRoom1", "BedRoom1", "BedRoom1", "BedRoom1"),
+       Summary("none", 2, 3, 1, 0, 0, 0, 1, 2)},
+      {"cs-proxymix/MediaLab_ML_3_L.dxf", TextLayers("0", "Offices", "0", "0", "0"),
+       Summary("none", 29, 0, 0, 0, 0, 0, 29, 0)},
+      {"cs-proxymix/Standard_Factory_Plan.dxf",
+       TextLayers("00_Walls", "00_Offices", "01_Legends", "01_Legends", "01_Legends"),
+       Summary("handle 101A82E", 54, 87, 19, 49, 25, 0, 35, 19)},
+      {"wentcad/WATT_0a_PARTER.dxf",
+       {"--floor-layer", "OBRYS_ZEWN", "--contour-layer", "ROOM", "--block", "2da_pok06c_zs1fkav", "--name-tag",
+        "NR", "--category-tag", "NAME", "--description-tag", "FLOOR_MAT"},
+       Summary("handle 139", 1, 1, 1, 0, 0, 0, 0, 0)},
+  };
+  for (const CorpusFloor& floor : floors) {
+    const std::string path = corpus + "/" + floor.file;
+    if (!std::filesystem::exists(path)) continue;
+    const ProgramResult result = Analyze(path, floor.args);
+    EXPECT_EQ(result.exit_status, 0) << floor.file << "\n" << result.err;
+    EXPECT_TRUE(EndsWith(result.out, floor.summary)) << floor.file << result.out.substr(result.out.rfind("\n\n"));
+  }
+}
+
+}  // namespace
+}  // namespace fx::rooms_test

@@ -1,0 +1,159 @@
+// Intersecting contour pairs: the overlap test case by case, and the
+// indexed search against the all-pairs definition on random floors and on
+// generated floors with overlapping contours.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "host/database.h"
+#include "host/dxf/drawing_io.h"
+#include "rooms/contour_overlap.h"
+#include "rooms_fixture.h"
+
+namespace fx::rooms {
+namespace {
+
+ContourGeometry Polygon(std::vector<AcGePoint2d> vertices, bool closed = true) {
+  ContourGeometry contour;
+  for (const AcGePoint2d& v : vertices) contour.extents.addPoint({v.x, v.y, 0});
+  contour.vertices = std::move(vertices);
+  contour.closed = closed;
+  return contour;
+}
+
+ContourGeometry Box(double x0, double y0, double x1, double y1) {
+  return Polygon({{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}});
+}
+
+struct PairCase {
+  const char* what;
+  ContourGeometry a;
+  ContourGeometry b;
+  bool a_against_b;
+  bool b_against_a;
+};
+
+const PairCase kPairs[] = {
+    {"rooms sharing a wall", Box(0, 0, 10, 10), Box(10, 0, 20, 10), false, false},
+    {"a corner inside the neighbour", Box(0, 0, 10, 10), Box(8, 8, 18, 18), true, true},
+    {"a wall pushed into the neighbour", Box(0, 0, 10, 10), Box(5, -5, 15, 5), true, true},
+    {"overlap within the box tolerance", Box(0, 0, 10, 10), Box(9.9995, 9.9995, 20, 20), false, false},
+    {"overlap just beyond it", Box(0, 0, 10, 10), Box(9.998, 9.998, 20, 20), true, true},
+    // The pre-check wants a corner strictly inside the other box in y too.
+    {"rooms of one height overlapping sideways", Box(0, 0, 10, 10), Box(8, 0, 18, 10), false, false},
+    {"the same rectangle twice", Box(0, 0, 10, 10), Box(0, 0, 10, 10), false, false},
+    // Overlap tests, not crossing tests: no vertex inside the other.
+    {"one room inside another", Box(0, 0, 10, 10), Box(2, 2, 4, 4), false, false},
+    {"two bars across each other", Box(0, 4, 10, 6), Box(4, 0, 6, 10), false, false},
+    // b's box holds a corner of a's, and b's tip is inside a; a's box
+    // holds no corner of b's: listed in one order only.
+    {"a spike into the room", Box(0, 0, 10, 10), Polygon({{5, 5}, {20, -5}, {20, 15}}), true, false},
+    {"an open contour's end point counts", Box(0, 0, 10, 10), Polygon({{20, 20}, {20, 5}, {5, 5}}, false), true, true},
+};
+
+TEST(ContourOverlapTest, TestsOneContourAgainstAnother) {
+  for (const PairCase& c : kPairs) {
+    EXPECT_EQ(ContoursOverlap(c.a, c.b), c.a_against_b) << c.what;
+    EXPECT_EQ(ContoursOverlap(c.b, c.a), c.b_against_a) << c.what << " (other order)";
+  }
+}
+
+TEST(ContourOverlapTest, TheListHasEachPairInTheOrdersThatPass) {
+  std::vector<ContourGeometry> contours = {Box(0, 0, 10, 10), Box(10, 0, 20, 10), Box(8, 8, 18, 18),
+                                           Polygon({{5, 5}, {20, -5}, {20, 15}})};
+  const std::vector<ContourPair> expected = {{0, 2}, {0, 3}, {1, 2}, {2, 0}, {2, 1}};
+  EXPECT_EQ(FindOverlappingPairs(contours), expected);
+  EXPECT_EQ(FindOverlappingPairsBruteForce(contours), expected);
+}
+
+TEST(ContourOverlapTest, ContoursWithArcsAndWithoutExtentsOverlapNothing) {
+  std::vector<ContourGeometry> contours = {Box(0, 0, 10, 10), Box(8, 8, 18, 18), ContourGeometry()};
+  contours[1].has_bulges = true;
+  EXPECT_TRUE(FindOverlappingPairs(contours).empty());
+  EXPECT_TRUE(FindOverlappingPairsBruteForce(contours).empty());
+}
+
+// Rooms on a jittered grid, some enlarged into their neighbours, some
+// nested, duplicated, degenerate, open or with arcs.
+std::vector<ContourGeometry> RandomFloor(unsigned seed, int rooms) {
+  std::mt19937 random(seed);
+  std::uniform_real_distribution<double> unit(0, 1);
+  const int columns = std::max(1, static_cast<int>(std::sqrt(rooms)));
+  std::vector<ContourGeometry> contours;
+  for (int i = 0; i < rooms; ++i) {
+    const double x = (i % columns) * 10 + (unit(random) < 0.3 ? unit(random) * 3 : 0);
+    const double y = (i / columns) * 10;
+    const double grow = unit(random) < 0.3 ? unit(random) * 6 : 0;
+    const double roll = unit(random);
+    if (roll < 0.05) {
+      contours.push_back(Box(x + 2, y + 2, x + 5, y + 5));  // nested in its cell
+    } else if (roll < 0.1 && !contours.empty()) {
+      contours.push_back(contours.back());  // a copy
+    } else if (roll < 0.13) {
+      contours.push_back(Box(x, y, x, y + 10));  // no area
+    } else if (roll < 0.2) {
+      contours.push_back(Polygon({{x, y}, {x + 10 + grow, y + 3}, {x + 4, y + 10 + grow}}, unit(random) < 0.5));
+    } else {
+      contours.push_back(Box(x, y, x + 10 + grow, y + 10 + grow));
+    }
+    contours.back().has_bulges = unit(random) < 0.03;
+  }
+  return contours;
+}
+
+TEST(ContourOverlapTest, TheIndexFindsWhatTestingEveryPairFinds) {
+  size_t pairs = 0;
+  for (unsigned seed = 1; seed <= 30; ++seed) {
+    for (int rooms : {1, 2, 17, 150, 600}) {
+      const std::vector<ContourGeometry> floor = RandomFloor(seed, rooms);
+      const std::vector<ContourPair> expected = FindOverlappingPairsBruteForce(floor);
+      EXPECT_EQ(FindOverlappingPairs(floor), expected) << "seed " << seed << ", " << rooms << " rooms";
+      pairs += expected.size();
+    }
+  }
+  EXPECT_GT(pairs, 1000u);  // not equal by being empty
+}
+
+// The contours of a floor written by floorgen, read through the host.
+std::vector<ContourGeometry> GeneratedFloor(const std::string& path) {
+  std::string error;
+  std::unique_ptr<AcDbDatabase> database = fx::dxf::ReadDrawing(path, &error);
+  EXPECT_NE(database, nullptr) << error;
+  std::vector<ContourGeometry> contours;
+  if (database == nullptr) return contours;
+  AcDbObjectPointer<AcDbBlockTableRecord> model_space(database->modelSpaceId(), AcDb::kForRead);
+  for (AcDbObjectId id : model_space->entityIds()) {
+    AcDbEntityPointer entity(id, AcDb::kForRead);
+    ContourGeometry contour;
+    if (entity->layer() == "RoomContours" && ReadContourGeometry(*entity.object(), &contour)) {
+      contours.push_back(std::move(contour));
+    }
+  }
+  return contours;
+}
+
+TEST(ContourOverlapTest, OnGeneratedFloorsTheIndexFindsWhatTestingEveryPairFinds) {
+#ifndef FX_FLOORGEN
+  GTEST_SKIP() << "floorgen is built with the benchmarks (FX_BENCH)";
+#else
+  const std::string dir = fx::rooms_test::ScratchDir();
+  for (const char* seed : {"1", "2", "3"}) {
+    const std::string path = dir + "/floor-" + seed + ".dxf";
+    const std::string command = std::string(FX_FLOORGEN) + " --rooms 400 --overlap 0.3 --seed " + seed + " -o " + path;
+    ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    const std::vector<ContourGeometry> floor = GeneratedFloor(path);
+    ASSERT_EQ(floor.size(), 400u);
+    const std::vector<ContourPair> expected = FindOverlappingPairsBruteForce(floor);
+    EXPECT_GT(expected.size(), 100u) << seed;
+    EXPECT_EQ(FindOverlappingPairs(floor), expected) << seed;
+  }
+  std::filesystem::remove_all(dir);
+#endif
+}
+
+}  // namespace
+}  // namespace fx::rooms

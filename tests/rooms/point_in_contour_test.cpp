@@ -1,0 +1,136 @@
+// The inside test: its rule case by case, and against an independent
+// point-in-polygon (Boost.Geometry) on random polygons away from edges.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include <boost/geometry.hpp>
+
+#include "rooms/inside_test.h"
+
+namespace fx::rooms {
+namespace {
+
+ContourGeometry Contour(std::vector<AcGePoint2d> vertices, bool closed = true, bool bulges = false) {
+  ContourGeometry contour;
+  for (const AcGePoint2d& v : vertices) contour.extents.addPoint({v.x, v.y, 0});
+  contour.vertices = std::move(vertices);
+  contour.closed = closed;
+  contour.has_bulges = bulges;
+  return contour;
+}
+
+const ContourGeometry kSquare = Contour({{0, 0}, {10, 0}, {10, 10}, {0, 10}});
+// An L: the square without its upper right quarter (4..10 x 4..10).
+const ContourGeometry kEll = Contour({{0, 0}, {10, 0}, {10, 4}, {4, 4}, {4, 10}, {0, 10}});
+const ContourGeometry kOpenSquare = Contour({{0, 0}, {10, 0}, {10, 10}, {0, 10}}, false);
+const ContourGeometry kArcSquare = Contour({{0, 0}, {10, 0}, {10, 10}, {0, 10}}, true, true);
+const ContourGeometry kTriangle = Contour({{0, 0}, {10, 5}, {0, 10}});
+const ContourGeometry kClockwiseTriangle = Contour({{0, 10}, {10, 5}, {0, 0}});
+
+struct Case {
+  const char* what;
+  const ContourGeometry* contour;
+  AcGePoint2d point;
+  InsideResult expected;
+};
+
+constexpr InsideResult kIn = InsideResult::kInside;
+constexpr InsideResult kOut = InsideResult::kOutside;
+
+const Case kCases[] = {
+    {"middle", &kSquare, {5, 5}, kIn},
+    {"beyond the box", &kSquare, {15, 5}, kOut},
+    {"on the right edge (box bound)", &kSquare, {10, 5}, kOut},
+    {"on the left edge", &kSquare, {0, 5}, kOut},
+    {"on the bottom edge", &kSquare, {5, 0}, kOut},
+    {"on the top edge", &kSquare, {5, 10}, kOut},
+    {"on a vertex", &kSquare, {0, 0}, kOut},
+    {"within the global tolerance of an edge", &kSquare, {5, 1e-11}, kOut},
+    {"just beyond the tolerance", &kSquare, {5, 1e-6}, kIn},
+    {"just inside the right edge", &kSquare, {10 - 1e-6, 5}, kIn},
+    {"in the box, in the L's notch", &kEll, {7, 7}, kOut},
+    {"in the L's upright", &kEll, {2, 7}, kIn},
+    {"in the L's foot", &kEll, {7, 2}, kIn},
+    {"at the height of the inner corner", &kEll, {2, 4}, kIn},
+    {"on the inner horizontal edge", &kEll, {5, 4}, kOut},
+    {"on the inner corner", &kEll, {4, 4}, kOut},
+    {"open polyline: closed by its last edge", &kOpenSquare, {5, 5}, kIn},
+    {"open polyline: on a segment", &kOpenSquare, {10, 5}, kOut},
+    // The last edge of an open polyline is no segment of it: the crossing
+    // rule decides, and the edge itself (x_c == x) is not crossed.
+    {"open polyline: on the edge that closes it", &kOpenSquare, {0, 5}, kIn},
+    {"ray through a vertex counts once", &kTriangle, {5, 5}, kIn},
+    {"ray through a vertex counts once, clockwise", &kClockwiseTriangle, {5, 5}, kIn},
+    {"ray along a horizontal edge", &kEll, {1, 4}, kIn},
+    {"beside the apex", &kTriangle, {9, 8}, kOut},
+    {"arcs: refused inside the box", &kArcSquare, {5, 5}, InsideResult::kRefusedArcs},
+    {"arcs: outside the box first", &kArcSquare, {50, 5}, kOut},
+};
+
+TEST(PointInContourTest, FollowsTheRuleCaseByCase) {
+  for (const Case& c : kCases) {
+    EXPECT_EQ(TestPointInContour(c.point, *c.contour), c.expected) << c.what;
+  }
+}
+
+TEST(PointInContourTest, AContourWithoutVerticesHoldsNothing) {
+  EXPECT_EQ(TestPointInContour({0, 0}, ContourGeometry()), kOut);
+}
+
+TEST(PointInContourTest, TheToleranceGivenDecidesWhatIsOnAnEdge) {
+  const AcGeTol coarse(1e-3, 1e-3);
+  EXPECT_EQ(TestPointInContour({5, 1e-4}, kSquare, coarse), kOut);
+  EXPECT_EQ(TestPointInContour({5, 1e-2}, kSquare, coarse), kIn);
+  EXPECT_TRUE(IsOnSegment({5, 5e-4}, {0, 0}, {10, 0}, coarse));
+  EXPECT_FALSE(IsOnSegment({10.01, 0}, {0, 0}, {10, 0}, coarse));  // beyond the end
+  EXPECT_TRUE(IsOnSegment({3, 3}, {3, 3}, {3, 3}));                 // a zero-length segment
+}
+
+namespace bg = boost::geometry;
+using BoostPoint = bg::model::d2::point_xy<double>;
+using BoostPolygon = bg::model::polygon<BoostPoint, false, false>;  // counter-clockwise, open
+
+// Random star-shaped polygons (simple by construction) and random points
+// at least 1e-6 from their boundary: the test agrees with Boost's within.
+TEST(PointInContourTest, AgreesWithAnIndependentPointInPolygon) {
+  std::mt19937 random(7);
+  std::uniform_real_distribution<double> unit(0, 1);
+  int inside = 0;
+  int outside = 0;
+  for (int polygon = 0; polygon < 200; ++polygon) {
+    const int count = 3 + static_cast<int>(unit(random) * 12);
+    std::vector<AcGePoint2d> vertices;
+    BoostPolygon reference;
+    for (int i = 0; i < count; ++i) {
+      const double angle = 2 * M_PI * (i + 0.8 * unit(random)) / count;
+      const double radius = 1 + 9 * unit(random);
+      vertices.emplace_back(radius * std::cos(angle), radius * std::sin(angle));
+      bg::append(reference.outer(), BoostPoint(vertices.back().x, vertices.back().y));
+    }
+    const ContourGeometry contour = Contour(vertices);
+    for (int p = 0; p < 200; ++p) {
+      const AcGePoint2d point(-11 + 22 * unit(random), -11 + 22 * unit(random));
+      if (bg::distance(BoostPoint(point.x, point.y), reference) < 1e-6 &&
+          !bg::within(BoostPoint(point.x, point.y), reference)) {
+        continue;  // too near an edge from outside to call
+      }
+      bool near_edge = false;
+      for (size_t i = 0; i < vertices.size(); ++i) {
+        near_edge |= IsOnSegment(point, vertices[i], vertices[(i + 1) % vertices.size()], AcGeTol(1e-6, 1e-6));
+      }
+      if (near_edge) continue;
+      const bool expected = bg::within(BoostPoint(point.x, point.y), reference);
+      EXPECT_EQ(TestPointInContour(point, contour) == kIn, expected)
+          << "polygon " << polygon << " point (" << point.x << ", " << point.y << ")";
+      (expected ? inside : outside)++;
+    }
+  }
+  EXPECT_GT(inside, 5000);  // both answers were tried often
+  EXPECT_GT(outside, 5000);
+}
+
+}  // namespace
+}  // namespace fx::rooms

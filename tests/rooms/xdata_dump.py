@@ -1,0 +1,37 @@
+#!/usr/bin/python3
+"""Prints the room records of a drawing as another DXF reader sees them.
+
+Usage: xdata_dump.py DRAWING
+One line per model-space entity with extended data of "VantoryApp", tab
+separated: its handle, its type, the entity its record links to (type and
+layer, or "-"), then each item of the data as CODE=VALUE, the 1001 item
+first, points as x,y,z. Read with ezdxf (Debian's python3-ezdxf).
+"""
+import sys
+
+import ezdxf
+
+
+def value(tag):
+    if tag.code in (1010, 1011, 1012, 1013):
+        return ",".join(repr(float(c)) for c in tag.value)
+    return str(tag.value)
+
+
+def main(path):
+    doc = ezdxf.readfile(path)
+    for entity in doc.modelspace():
+        if not entity.has_xdata("VantoryApp"):
+            continue
+        tags = list(entity.xdata.data["VantoryApp"])
+        linked = "-"
+        if len(tags) > 6:
+            target = doc.entitydb.get(str(tags[6].value))
+            if target is not None:
+                linked = target.dxftype() + ":" + target.dxf.layer
+        items = ["%d=%s" % (tag.code, value(tag)) for tag in tags]
+        print("\t".join([entity.dxf.handle, entity.dxftype(), linked] + items))
+
+
+if __name__ == "__main__":
+    main(sys.argv[1])
