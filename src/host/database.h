@@ -55,6 +55,7 @@ class AcDbDatabase {
   // Recomputes $EXTMIN/$EXTMAX from model space (empty drawing: unchanged).
   Acad::ErrorStatus updateExt();
   AcDbHandle handseed() const;
+  double ltscale() const;  // $LTSCALE, the drawing-wide linetype scale (1 when unset)
   AcDbObjectId clayer() const;
   size_t approxNumObjects() const;
 

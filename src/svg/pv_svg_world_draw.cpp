@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/database.h"
 #include "svg/svg_number.h"
 
 using fx::svg::Box2;
@@ -27,6 +28,7 @@ PvSvgWorldDraw::PvSvgWorldDraw(AcDbDatabase* database, const fx::svg::Frame& fra
       options_(std::move(options)),
       decimals_(fx::svg::CoordinateDecimals(std::hypot(frame.width(), frame.height()))),
       deviation_(kDeviationInDecimals * std::pow(10.0, -decimals_)),
+      drawing_linetype_scale_(database != nullptr ? database->ltscale() : 1.0),
       document_(std::make_unique<pugi::xml_document>()),
       context_(database),
       styles_(database, options_),
@@ -126,7 +128,8 @@ void PvSvgWorldDraw::Stroke(pugi::xml_node node, const ResolvedStyle& style, boo
   const std::string color = fx::svg::ColorText(style.rgb);
   node.append_attribute("stroke") = color.c_str();
   node.append_attribute("stroke-width") = fx::svg::LineWeightText(style.weight).c_str();
-  const double scale = style.linetype_scale * transforms_.back().scale();
+  // Dash lengths scale with the entity's and the drawing's linetype scale and with inserts.
+  const double scale = style.linetype_scale * drawing_linetype_scale_ * transforms_.back().scale();
   if (fx::svg::DashAttributes(styles_.Dashes(style.linetype), scale, std::pow(10.0, -decimals_), dash_array_,
                               dash_offset_)) {
     node.append_attribute("stroke-dasharray") = dash_array_.c_str();

@@ -134,6 +134,7 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
   fx::svg::SvgOptions options_;
   int decimals_;
   double deviation_;
+  double drawing_linetype_scale_;  // $LTSCALE
   std::unique_ptr<pugi::xml_document> document_;
   fx::svg::SvgSkeleton skeleton_;
   mutable PvSvgSubEntityTraits traits_;

@@ -154,6 +154,11 @@ Acad::ErrorStatus AcDbDatabase::updateExt() {
   return Acad::eOk;
 }
 
+double AcDbDatabase::ltscale() const {
+  double scale = fx::dxf::ParseDouble(HeaderValue(*imp_, "$LTSCALE", 40)).value_or(1.0);
+  return scale > 0 ? scale : 1.0;
+}
+
 AcDbHandle AcDbDatabase::handseed() const { return AcDbHandle(fx::dxf::TrimBlanks(HeaderValue(*imp_, "$HANDSEED", 5))); }
 
 AcDbObjectId AcDbDatabase::clayer() const {
