@@ -119,7 +119,7 @@ TEST(ContourOverlapTest, TheIndexFindsWhatTestingEveryPairFinds) {
 }
 
 // The contours of a floor written by floorgen, read through the host.
-std::vector<ContourGeometry> GeneratedFloor(const std::string& path) {
+[[maybe_unused]] std::vector<ContourGeometry> GeneratedFloor(const std::string& path) {
   std::string error;
   std::unique_ptr<AcDbDatabase> database = fx::dxf::ReadDrawing(path, &error);
   EXPECT_NE(database, nullptr) << error;
