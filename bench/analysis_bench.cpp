@@ -128,7 +128,7 @@ int main(int argc, char** argv) {
   size_t pairs = 0;
   const double indexed = Best(iterations, [&] { pairs = fx::rooms::FindOverlappingPairs(contours).size(); });
 
-  std::printf("%s: %zu contours, %zu rooms identified, %zu intersecting pairs (both orders)\n",
+  std::printf("%s: %zu contours, %zu rooms identified, %zu intersecting ordered pairs\n",
               args[0].c_str(), contours.size(), data.identifiedRoomCount(), pairs);
   std::printf("  load drawing               %8.3f s\n", load);
   std::printf("  vantoryconvert, Block mode %8.3f s\n", block);
