@@ -8,6 +8,7 @@
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/editor.h"
+#include "settings/duplicate_names_flag.h"
 
 namespace fx::app {
 namespace {
@@ -40,6 +41,8 @@ AcRx::AppRetCode CFloorXportApp::On_kInitAppMsg(void* packet) {
     acedEditor()->addReactor(reactor_.get());
   }
   SetServerProgressCallbacks({StartProgress, SetProgress});
+  // The duplicate-name flag is mirrored in memory for the room analysis.
+  fx::settings::LoadAutoResolveDuplicateNames();
   return result;
 }
 
