@@ -5,6 +5,10 @@
 #include "app/about_dialog.h"
 #include "app/cleanup_commands.h"
 #include "app/pending_commands.h"
+#include "rooms/marker.h"
+#include "rooms/navigation.h"
+#include "rooms/replace_block.h"
+#include "rooms/room_list.h"
 #include "rooms/convert_command.h"
 
 namespace fx::app {
@@ -26,10 +30,10 @@ constexpr AcRxCommandEntry kCommands[] = {
     Row("_export", "vantoryexport", kTransparent, ExportCommandLine),
     Row("_convertdlg", "vantorconvertdlg", kTransparent, ConvertDialog),
     Row("_convert", "vantoryconvert", kModal, rooms::ConvertCommand),
-    Row("_roomlistdlg", "vantoryroomlistdlg", kModal, RoomListDialog),
+    Row("_roomlistdlg", "vantoryroomlistdlg", kModal, rooms::RoomListDialog),
     Row("_ExportToFile", "vantoryExportToFile", kModal, ExportToFile),
-    Row("_addmarker", "vantoryaddmarker", kTransparent, AddMarker),
-    Row("_ReplaceBlock", "vantoryReplaceBlock", kModal, ReplaceBlock),
+    Row("_addmarker", "vantoryaddmarker", kTransparent, rooms::AddMarker),
+    Row("_ReplaceBlock", "vantoryReplaceBlock", kModal, rooms::ReplaceBlock),
     Row("_ShowAbout", "vantoryShowAbout", kModal, ShowAbout),
     Row("_OpenFrom", "vantoryOpenFrom", kModal, OpenFrom),
     Row("_SendTo", "vantorySendTo", kModal, SendTo),
@@ -40,14 +44,15 @@ constexpr AcRxCommandEntry kCommands[] = {
     Row("_DrawingExtents", "vantoryDrawingExtents", kModal, DrawingExtents),
     Row("_DrawingLineweight", "vantoryDrawingLineweight", kModal, DrawingLineweight),
     Row("_ZoomToNextEmptyContour", "vantoryZoomToNextEmptyContour", kTransparent,
-        ZoomToNextEmptyContour),
+        rooms::ZoomToNextEmptyContour),
     Row("_ZoomToNextAreaNotFound", "vantoryZoomToNextAreaNotFound", kTransparent,
-        ZoomToNextAreaNotFound),
+        rooms::ZoomToNextAreaNotFound),
     Row("_ZoomToNextDuplicateNumber", "vantoryZoomToNextDuplicateNumber", kTransparent,
-        ZoomToNextDuplicateNumber),
+        rooms::ZoomToNextDuplicateNumber),
     Row("_ZoomToNextIntersectContour", "vantoryZoomToNextIntersectContour", kTransparent,
-        ZoomToNextIntersectContour),
-    Row("_ZoomToNextMultiIDs", "vantoryZoomToNextMultiIDs", kTransparent, ZoomToNextMultiIDs),
+        rooms::ZoomToNextIntersectContour),
+    Row("_ZoomToNextMultiIDs", "vantoryZoomToNextMultiIDs", kTransparent,
+        rooms::ZoomToNextMultiIDs),
     Row("_UpdateVantoryData", "vantoryUpdateVantoryData", kTransparent, UpdateVantoryData),
 };
 static_assert(std::size(kCommands) == 23);

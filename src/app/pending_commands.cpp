@@ -11,17 +11,9 @@ void PrintNotAvailable(const char* command_name) {
 void ExportOptionsDialog() { PrintNotAvailable("vantoryexpdlg"); }
 void ExportCommandLine() { PrintNotAvailable("vantoryexport"); }
 void ConvertDialog() { PrintNotAvailable("vantorconvertdlg"); }
-void RoomListDialog() { PrintNotAvailable("vantoryroomlistdlg"); }
 void ExportToFile() { PrintNotAvailable("vantoryExportToFile"); }
-void AddMarker() { PrintNotAvailable("vantoryaddmarker"); }
-void ReplaceBlock() { PrintNotAvailable("vantoryReplaceBlock"); }
 void OpenFrom() { PrintNotAvailable("vantoryOpenFrom"); }
 void SendTo() { PrintNotAvailable("vantorySendTo"); }
-void ZoomToNextEmptyContour() { PrintNotAvailable("vantoryZoomToNextEmptyContour"); }
-void ZoomToNextAreaNotFound() { PrintNotAvailable("vantoryZoomToNextAreaNotFound"); }
-void ZoomToNextDuplicateNumber() { PrintNotAvailable("vantoryZoomToNextDuplicateNumber"); }
-void ZoomToNextIntersectContour() { PrintNotAvailable("vantoryZoomToNextIntersectContour"); }
-void ZoomToNextMultiIDs() { PrintNotAvailable("vantoryZoomToNextMultiIDs"); }
 void UpdateVantoryData() { PrintNotAvailable("vantoryUpdateVantoryData"); }
 
 }  // namespace fx::app

@@ -12,17 +12,9 @@ void PrintNotAvailable(const char* command_name);
 void ExportOptionsDialog();
 void ExportCommandLine();
 void ConvertDialog();
-void RoomListDialog();
 void ExportToFile();
-void AddMarker();
-void ReplaceBlock();
 void OpenFrom();
 void SendTo();
-void ZoomToNextEmptyContour();
-void ZoomToNextAreaNotFound();
-void ZoomToNextDuplicateNumber();
-void ZoomToNextIntersectContour();
-void ZoomToNextMultiIDs();
 void UpdateVantoryData();
 
 }  // namespace fx::app

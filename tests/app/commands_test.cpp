@@ -43,17 +43,9 @@ TEST_F(CommandsTest, CommandsNotBuiltYetSaySoAndTheScriptGoesOn) {
       "vantoryexpdlg",
       "vantoryexport",
       "vantorconvertdlg",
-      "vantoryroomlistdlg",
       "vantoryExportToFile",
-      "vantoryaddmarker",
-      "vantoryReplaceBlock",
       "vantoryOpenFrom",
       "vantorySendTo",
-      "vantoryZoomToNextEmptyContour",
-      "vantoryZoomToNextAreaNotFound",
-      "vantoryZoomToNextDuplicateNumber",
-      "vantoryZoomToNextIntersectContour",
-      "vantoryZoomToNextMultiIDs",
       "vantoryUpdateVantoryData",
   };
   fx::console::HostSession session(runner(), modules_);

@@ -59,7 +59,8 @@ TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
   const std::string out = Path("out.dxf");
   ProgramResult run = Run(
       {"run", SmallPlan(), "-c", "UNITS 5", "--menu", "&PlanVault/&Utils/&Shortcuts/&Units", "-c",
-       "6", "--menu", "&PlanVault/Ab&out", "-c", "", "--menu", "planvault/room list", "-o", out});
+       "6", "--menu", "&PlanVault/Ab&out", "-c", "", "--menu", "planvault/room list", "-c", "",
+       "-c", "OK", "-o", out});
   EXPECT_EQ(run.exit_status, 0) << run.err;
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(run.out,
@@ -70,7 +71,10 @@ TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
             "\nCommand: vantoryShowAbout\n" +
                 kAboutTitle +
                 "\n[OK/E-mailsupport] <OK>: "
-                "\nCommand: vantoryroomlistdlg\nvantoryroomlistdlg is not available yet.\n");
+                "\nCommand: vantoryroomlistdlg\nRoom List"
+                "\n   #  Name | Category | Description | Comment | Area | Error description"
+                "\nFloor area: Not found\nRoom: "
+                "\n[OK/Cancel/ZoomTo/Properties/DeleteAll/Save/Apply/Help] <OK>: OK\n");
   ProgramResult info = Run({"info", out});
   EXPECT_NE(info.out.find("\nUnits: 6 (Meters)\n"), std::string::npos) << info.out;
 }
@@ -97,6 +101,16 @@ TEST_F(ProgramTest, AMenuPathThatNamesNoItemRunsNothing) {
 }
 
 // The clean-up shortcuts are left out: they drive the host's clean-up commands.
+// Answers that end a room command on a drawing without rooms: the room
+// list's OK, a marker cancelled, the replacement cancelled, no contour layer.
+std::vector<const char*> RoomCommandAnswers(const std::string& local) {
+  if (local == "vantoryroomlistdlg") return {"", "OK"};
+  if (local == "vantoryaddmarker") return {"0,0", "", "", "", "", "", "cancel"};
+  if (local == "vantoryReplaceBlock") return {"", "", "", "", "", "cancel"};
+  if (local == "vantoryZoomToNextEmptyContour") return {""};
+  return {};
+}
+
 TEST_F(ProgramTest, EveryOtherCommandNameRunsAndAnUnknownOneFails) {
   std::vector<std::string> args = {"run", SmallPlan()};
   int commands = 0;
@@ -109,6 +123,9 @@ TEST_F(ProgramTest, EveryOtherCommandNameRunsAndAnUnknownOneFails) {
       // Room identification reads its answers; an empty floor layer ends it.
       if (local == "vantoryconvert") line += R"( "" "" T "" "" "")";
       args.insert(args.end(), {"-c", line});
+      // The room commands read their answers one per line; each ends
+      // without changing the drawing.
+      for (const char* answer : RoomCommandAnswers(local)) args.insert(args.end(), {"-c", answer});
       ++commands;
     }
   }

@@ -31,6 +31,8 @@ constexpr Subcommand kSubcommands[] = {
      fx::cli::InfoSubcommand},
     {"menu", "print the menu bar with the plug-in's menu and each item's macro",
      fx::cli::MenuSubcommand},
+    {"rooms", "print the room list of an analysed drawing, write its report",
+     fx::cli::RoomsSubcommand},
     {"settings", "list the plug-in's settings, or set one",
      [](std::span<const std::string> args) {
        return fx::settings::RunSettingsCommand({args.begin(), args.end()}, std::cout, std::cerr);

@@ -14,11 +14,13 @@ int RunSubcommand(std::span<const std::string> args);
 int AnalyzeSubcommand(std::span<const std::string> args);
 int InfoSubcommand(std::span<const std::string> args);
 int MenuSubcommand(std::span<const std::string> args);
+int RoomsSubcommand(std::span<const std::string> args);
 
 extern const char kRunUsage[];
 extern const char kAnalyzeUsage[];
 extern const char kInfoUsage[];
 extern const char kMenuUsage[];
+extern const char kRoomsUsage[];
 
 }  // namespace fx::cli
 

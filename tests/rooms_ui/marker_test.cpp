@@ -1,0 +1,126 @@
+// vantoryaddmarker: the point, the room properties dialog as prompts, the
+// text placed and the record it carries; Escape and Cancel.
+#include "rooms/marker.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "rooms/room_list_fields.h"
+#include "rooms/room_prop_dialog.h"
+#include "rooms_ui_fixture.h"
+
+namespace fx::rooms_test {
+namespace {
+
+class MarkerTest : public RoomsUiTest {
+ protected:
+  MarkerTest() { Open(BaseDrawing()); }
+
+  struct Text {
+    AcDbObjectId id;
+    std::string text;
+    AcGePoint3d position;
+    std::string style_name;
+  };
+  std::vector<Text> Texts() const {
+    std::vector<Text> texts;
+    for (AcDbObjectId id : ModelSpace()) {
+      AcDbObjectPointer<AcDbText> text(id, AcDb::kForRead);
+      if (text.openStatus() != Acad::eOk) continue;
+      texts.push_back({id, text->textString(), text->position(), ""});
+    }
+    return texts;
+  }
+};
+
+const char kDialogPrompts[] =
+    "\nRoom Properties"
+    "\n&Name: "
+    "\n&Category: "
+    "\n&Description: "
+    "\nCo&mment: "
+    "\nArea <Area not found>: ";
+
+TEST_F(MarkerTest, AcceptingPlacesATextWithTheRecord) {
+  const std::string out =
+      RunScript("_vantoryaddmarker 12.5,7\n1.01\nOffice\nOpen office, north\nNew carpet\n\nOK");
+  EXPECT_FALSE(runner().failed()) << out;
+  EXPECT_EQ(out,
+            "\nCommand: _vantoryaddmarker\nSpecify internal point: 12.5,7"
+            "\nRoom Properties"
+            "\n&Name: 1.01"
+            "\n&Category: Office"
+            "\n&Description: Open office, north"
+            "\nCo&mment: New carpet"
+            "\nArea <Area not found>: "
+            "\n[OK/Cancel] <OK>: OK\n");
+  const std::vector<Text> texts = Texts();
+  ASSERT_EQ(texts.size(), 1u);
+  EXPECT_EQ(texts[0].text, "1.01");
+  EXPECT_EQ(texts[0].position, AcGePoint3d(12.5, 7, 0));
+  fx::rooms::RoomRecord record;
+  ASSERT_TRUE(fx::rooms::ReadRoomRecord(texts[0].id, &record));
+  EXPECT_EQ(record.name, "1.01");
+  EXPECT_EQ(record.category, "Office");
+  EXPECT_EQ(record.description, "Open office, north");
+  EXPECT_EQ(record.comment, "New carpet");
+  EXPECT_TRUE(record.linked.isNull());
+  EXPECT_EQ(record.flags, 0);
+  // The marker counts among the document's rooms and markers.
+  EXPECT_EQ(docData().roomIds(), std::vector<AcDbObjectId>{texts[0].id});
+  EXPECT_EQ(fx::rooms::MarkerIds(session_->document()), std::vector<AcDbObjectId>{texts[0].id});
+}
+
+TEST_F(MarkerTest, AnEmptyNameShowsUnknownNameAndStaysEmptyInTheRecord) {
+  const std::string out = RunScript("_vantoryaddmarker 1,2\n\n\n\n\n\n\n");
+  EXPECT_EQ(out, std::string("\nCommand: _vantoryaddmarker\nSpecify internal point: 1,2") +
+                     kDialogPrompts + "\n[OK/Cancel] <OK>: \n");
+  const std::vector<Text> texts = Texts();
+  ASSERT_EQ(texts.size(), 1u);
+  EXPECT_EQ(texts[0].text, "Unknown Name");
+  fx::rooms::RoomRecord record;
+  ASSERT_TRUE(fx::rooms::ReadRoomRecord(texts[0].id, &record));
+  EXPECT_EQ(record.name, "");
+}
+
+TEST_F(MarkerTest, CancellingTheDialogPrintsTheBoundaryPolylinesOpenStatus) {
+  const std::string out = RunScript("_vantoryaddmarker 1,2\nRoom 5\n\n\n\n\ncancel");
+  EXPECT_EQ(out,
+            "\nCommand: _vantoryaddmarker\nSpecify internal point: 1,2"
+            "\nRoom Properties\n&Name: Room 5\n&Category: \n&Description: \nCo&mment: "
+            "\nArea <Area not found>: \n[OK/Cancel] <OK>: cancel"
+            "\npPolyline.openStatus = eNullObjectId\n");
+  EXPECT_TRUE(Texts().empty());
+  EXPECT_TRUE(docData().roomIds().empty());
+  EXPECT_FALSE(runner().failed());
+}
+
+// Escape at the point prompt: in a batch run, the input running out.
+TEST_F(MarkerTest, EscapeAtThePointChangesNothingAndPrintsNothing) {
+  const std::string out = RunScript("_vantoryaddmarker");
+  EXPECT_EQ(out, "\nCommand: _vantoryaddmarker\nSpecify internal point: *Cancel*\n");
+  EXPECT_TRUE(Texts().empty());
+  EXPECT_TRUE(fx::rooms::MarkerIds(session_->document()).empty());
+}
+
+TEST_F(MarkerTest, ARefusedAreaIsAskedAgain) {
+  const std::string out = RunScript("_vantoryaddmarker 0,0\nA\n\n\n\n12\n\nOK");
+  EXPECT_NE(out.find("\nArea <Area not found>: 12\n" + std::string(fx::rooms::kReadOnlyReason) +
+                     "\nArea <Area not found>: \n[OK/Cancel]"),
+            std::string::npos)
+      << out;
+  ASSERT_EQ(Texts().size(), 1u);
+  EXPECT_EQ(Texts()[0].text, "A");
+}
+
+TEST(RoomAreaTextTest, ExactlyZeroIsNotFound) {
+  EXPECT_EQ(fx::rooms::RoomAreaText(0.0), "Area not found");
+  EXPECT_EQ(fx::rooms::RoomAreaText(-0.0), "Area not found");
+  EXPECT_EQ(fx::rooms::RoomAreaText(1e-9), "0.0000");
+  EXPECT_EQ(fx::rooms::RoomAreaText(24.0), "24.0000");
+  EXPECT_EQ(fx::rooms::RoomAreaText(1234.56789), "1234.5679");
+}
+
+}  // namespace
+}  // namespace fx::rooms_test

@@ -1,0 +1,135 @@
+// The zoom-to-next commands: the next-and-wrap rule, the cursors they
+// share, and the commands on a drawing whose problem lists the test sets.
+#include "rooms/navigation.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "rooms_ui_fixture.h"
+
+namespace fx::rooms_test {
+namespace {
+
+using fx::rooms::NextProblemObject;
+using fx::rooms::ProblemKind;
+
+// Ids that are only compared, never opened.
+AcDbObjectId Fake(uintptr_t n) { return AcDbObjectId(reinterpret_cast<AcDbStub*>(n * 16)); }
+
+TEST(NextProblemObjectTest, NextAndWrap) {
+  const std::vector<AcDbObjectId> list = {Fake(1), Fake(2), Fake(3)};
+  const struct {
+    AcDbObjectId cursor;
+    AcDbObjectId next;
+  } cases[] = {
+      {AcDbObjectId(), Fake(1)},                                          // nothing visited yet
+      {Fake(1), Fake(2)},        {Fake(2), Fake(3)}, {Fake(3), Fake(1)},  // the last: wraps
+      {Fake(9), Fake(1)},  // no longer in the list: starts again
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(NextProblemObject(list, c.cursor), c.next) << c.cursor.stub();
+  }
+  EXPECT_EQ(NextProblemObject({}, AcDbObjectId()), std::nullopt);
+  EXPECT_EQ(NextProblemObject({}, Fake(1)), std::nullopt);
+  EXPECT_EQ(NextProblemObject({Fake(4)}, Fake(4)), Fake(4));
+}
+
+class NavigationTest : public RoomsUiTest {
+ protected:
+  NavigationTest() {
+    Open(BaseDrawing());
+    for (int i = 0; i < 3; ++i) {
+      contours_.push_back(AddRectangle("RoomContours", i * 10, 0, i * 10 + 10, 10));
+    }
+    other_layer_ = AddRectangle("FloorArea", 0, 0, 30, 10);
+  }
+
+  // The handle each zoom of `out` selected, in order.
+  static std::vector<std::string> Zoomed(const std::string& out) {
+    std::vector<std::string> handles;
+    const std::string key = "\nSelect objects: ";
+    for (size_t at = out.find(key); at != std::string::npos; at = out.find(key, at + 1)) {
+      const size_t start = at + key.size();
+      const size_t end = out.find('\n', start);
+      const std::string handle = out.substr(start, end - start);
+      if (!handle.empty()) handles.push_back(handle);
+    }
+    return handles;
+  }
+  std::vector<std::string> Handles(const std::vector<AcDbObjectId>& ids) const {
+    std::vector<std::string> handles;
+    for (AcDbObjectId id : ids) handles.push_back(Handle(id));
+    return handles;
+  }
+
+  std::vector<AcDbObjectId> contours_;
+  AcDbObjectId other_layer_;
+};
+
+TEST_F(NavigationTest, EachRunVisitsTheNextEntryAndWrapsToTheFirst) {
+  docData().setProblems(ProblemKind::kAreaNotFound, contours_);
+  const std::string out = RunScript(
+      "vantoryZoomToNextAreaNotFound\nvantoryZoomToNextAreaNotFound\n"
+      "vantoryZoomToNextAreaNotFound\n_ZoomToNextAreaNotFound");
+  EXPECT_EQ(Zoomed(out), Handles({contours_[0], contours_[1], contours_[2], contours_[0]})) << out;
+  EXPECT_EQ(out.find("Can't zoom"), std::string::npos) << out;
+  EXPECT_FALSE(runner().failed());
+}
+
+TEST_F(NavigationTest, EachKindHasItsOwnListAndCursor) {
+  docData().setProblems(ProblemKind::kDuplicateNumber, {contours_[2], contours_[1]});
+  docData().setProblems(ProblemKind::kIntersectedContour, {contours_[1]});
+  docData().setProblems(ProblemKind::kMultipleIds, {contours_[0], contours_[2]});
+  const std::string out = RunScript(
+      "vantoryZoomToNextDuplicateNumber\nvantoryZoomToNextMultiIDs\n"
+      "vantoryZoomToNextIntersectContour\nvantoryZoomToNextDuplicateNumber\n"
+      "vantoryZoomToNextMultiIDs\nvantoryZoomToNextIntersectContour");
+  EXPECT_EQ(Zoomed(out), Handles({contours_[2], contours_[0], contours_[1], contours_[1],
+                                  contours_[2], contours_[1]}));
+}
+
+TEST_F(NavigationTest, AnEmptyListLeavesTheViewAsItIs) {
+  const std::string out = RunScript("vantoryZoomToNextAreaNotFound\nvantoryZoomToNextMultiIDs");
+  EXPECT_EQ(out, "\nCommand: vantoryZoomToNextAreaNotFound\nCommand: vantoryZoomToNextMultiIDs\n");
+  EXPECT_FALSE(runner().failed());
+}
+
+TEST_F(NavigationTest, ANewAnalysisWithoutTheRememberedObjectStartsAtTheFirst) {
+  docData().setProblems(ProblemKind::kAreaNotFound, contours_);
+  RunScript("vantoryZoomToNextAreaNotFound\nvantoryZoomToNextAreaNotFound");
+  EXPECT_EQ(fx::rooms::Cursors().cursor(ProblemKind::kAreaNotFound), contours_[1]);
+  docData().setProblems(ProblemKind::kAreaNotFound, {contours_[2], contours_[0]});
+  EXPECT_EQ(Zoomed(RunScript("vantoryZoomToNextAreaNotFound")), Handles({contours_[2]}));
+}
+
+TEST_F(NavigationTest, TheEmptyContourCommandAsksForTheLayerAndWalksItsContours) {
+  // Listed: the three contours and the outline on another layer; the
+  // command keeps those on the layer it is given, in model-space order.
+  docData().setProblems(ProblemKind::kEmptyContour,
+                        {contours_[2], other_layer_, contours_[0], contours_[1]});
+  const std::string out = RunScript(
+      "vantoryZoomToNextEmptyContour\nRoomContours\n"
+      "vantoryZoomToNextEmptyContour\nroomcontours\n"
+      "vantoryZoomToNextEmptyContour\nRoomContours\n"
+      "vantoryZoomToNextEmptyContour\nRoomContours");
+  EXPECT_EQ(Zoomed(out), Handles({contours_[0], contours_[1], contours_[2], contours_[0]})) << out;
+  const std::string start =
+      "\nCommand: vantoryZoomToNextEmptyContour\nEnter room contours layer: RoomContours"
+      "\nCommand: _ZOOM";
+  EXPECT_EQ(out.substr(0, start.size()), start);
+}
+
+TEST_F(NavigationTest, TheEmptyContourCommandWithoutALayer) {
+  docData().setProblems(ProblemKind::kEmptyContour, contours_);
+  EXPECT_EQ(RunScript("vantoryZoomToNextEmptyContour\n\nvantoryZoomToNextEmptyContour\nWalls"),
+            "\nCommand: vantoryZoomToNextEmptyContour\nEnter room contours layer: "
+            "\nPlease select Contour Layer"
+            "\nCommand: vantoryZoomToNextEmptyContour\nEnter room contours layer: Walls"
+            "\nCDocData::GetLayerTableID = eKeyNotFound\n");
+  EXPECT_TRUE(fx::rooms::Cursors().cursor(ProblemKind::kEmptyContour).isNull());
+}
+
+}  // namespace
+}  // namespace fx::rooms_test

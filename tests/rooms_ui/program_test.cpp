@@ -1,0 +1,255 @@
+// End-to-end runs of the real floorxport program: markers placed by a
+// script and listed by `floorxport rooms` with its report; block
+// replacement on the sample floor, checked with ezdxf; an analysis followed
+// by the room list, the report and the navigation commands.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/database.h"
+#include "host/dxf/drawing_io.h"
+#include "program_runner.h"
+#include "rooms_ui_fixture.h"
+
+namespace fx::rooms_test {
+namespace {
+
+using namespace std::string_literals;
+using fx::cli_test::ProgramResult;
+using fx::cli_test::RunProgram;
+
+const std::string kProgram = FX_FLOORXPORT;
+const std::string kReportHeader =
+    "Name\0,Category\0,Description\0,Comment\0,Area\0,Error description\0\r\n"s;
+const std::string kConvertPlan =
+    "_vantoryconvert \"FloorArea\" \"RoomContours\" B \"ROOMTAG\" \"NAME\" \"CATEGORY\" "
+    "\"DESCRIPTION\" No";
+
+class ProgramTest : public ::testing::Test {
+ protected:
+  ProgramTest() : dir_(ScratchDir()) {}
+  ~ProgramTest() override { std::filesystem::remove_all(dir_); }
+
+  // floorxport with a settings file of the test's own.
+  ProgramResult Run(std::vector<std::string> args) {
+    args.insert(args.begin(), {"--settings", Path("settings.reg")});
+    return RunProgram(kProgram, args, dir_);
+  }
+  std::string Path(const std::string& name) const { return dir_ + "/" + name; }
+  std::string WriteScript(const std::string& name, const std::string& text) {
+    std::ofstream(Path(name), std::ios::binary) << text;
+    return Path(name);
+  }
+  // True when this build has room identification; the tests that need it
+  // skip otherwise.
+  bool HasConvert() {
+    ProgramResult probe = Run({"run", BaseDrawing(), "-c", "vantoryconvert"});
+    return probe.out.find("vantoryconvert is not available yet.") == std::string::npos;
+  }
+
+  std::string dir_;
+};
+
+TEST_F(ProgramTest, RoomsUsage) {
+  ProgramResult help = Run({"rooms", "--help"});
+  EXPECT_EQ(help.exit_status, 0);
+  EXPECT_TRUE(help.out.starts_with("Usage: floorxport rooms DRAWING [-o REPORT.csv]\n"));
+  ProgramResult none = Run({"rooms"});
+  EXPECT_EQ(none.exit_status, 2);
+  EXPECT_EQ(none.err,
+            "floorxport: rooms takes one DRAWING\nRun \"floorxport rooms --help\" for usage.\n");
+  ProgramResult missing = Run({"rooms", Path("missing.dxf")});
+  EXPECT_EQ(missing.exit_status, 1);
+  EXPECT_NE(missing.err.find("missing.dxf"), std::string::npos) << missing.err;
+  ProgramResult listed = Run({"--help"});
+  EXPECT_NE(listed.out.find("\n  rooms    print the room list of an analysed drawing"),
+            std::string::npos)
+      << listed.out;
+}
+
+TEST_F(ProgramTest, MarkersPlacedByAScriptAreListedWithTheirReport) {
+  const std::string script =
+      WriteScript("markers.scr",
+                  "_vantoryaddmarker 5,5\n1.01\nOffice\nWest, by the stairs\n\n\nOK\n"
+                  "_vantoryaddmarker 15,5\n\n\n\n\n\n\n"
+                  "_vantoryaddmarker 25,5\nNot placed\n\n\n\n\ncancel\n");
+  ProgramResult run = Run({"run", BaseDrawing(), "-s", script, "-o", Path("marked.dxf")});
+  ASSERT_EQ(run.exit_status, 0) << run.err << run.out;
+  EXPECT_NE(run.out.find("\n[OK/Cancel] <OK>: cancel\npPolyline.openStatus = eNullObjectId"),
+            std::string::npos)
+      << run.out;
+  ProgramResult rooms = Run({"rooms", Path("marked.dxf"), "-o", Path("report.csv")});
+  EXPECT_EQ(rooms.exit_status, 0) << rooms.err;
+  EXPECT_EQ(rooms.err, "");
+  EXPECT_EQ(rooms.out,
+            "Drawing: " + Path("marked.dxf") +
+                "\nRooms: 2"
+                "\nName  Category  Description          Comment       Area  Error description"
+                "\n1.01  Office    West, by the stairs           Not found"
+                "\n                                              Not found"
+                "\nFloor area: Not found"
+                "\nReport: " +
+                Path("report.csv") + "\n");
+  EXPECT_EQ(ReadBytes(Path("report.csv")),
+            kReportHeader + "1.01,Office,West, by the stairs,,Not found,\r\n,,,,Not found,\r\n");
+  // The markers are single-line texts in model space, read by another reader.
+  const std::string check = Path("check.py");
+  std::ofstream(check)
+      << "import sys, ezdxf\n"
+         "doc = ezdxf.readfile(sys.argv[1])\n"
+         "for e in doc.modelspace().query('TEXT'):\n"
+         "    xd = e.get_xdata('VantoryApp')\n"
+         "    print(e.dxf.text, e.dxf.insert[0], e.dxf.insert[1], xd[0][1], xd[1][1])\n";
+  ProgramResult ezdxf = RunProgram(FX_SYSTEM_PYTHON, {check, Path("marked.dxf")}, dir_);
+  EXPECT_EQ(ezdxf.exit_status, 0) << ezdxf.err;
+  EXPECT_EQ(ezdxf.out, "1.01 5.0 5.0 1.2 1.01\nUnknown Name 15.0 5.0 1.2 \n");
+}
+
+// The sample floor with a second tag block: VTAG, whose attributes NUMBER
+// and TYPE are made from ROOMTAG's by expressions.
+std::string SampleWithNewBlock(const std::string& path) {
+  std::string error;
+  std::unique_ptr<AcDbDatabase> database = fx::dxf::ReadDrawing(SampleFloor(), &error);
+  EXPECT_NE(database, nullptr) << error;
+  if (database == nullptr) return path;
+  fx::dxf::SetWorkingDatabase(database.get());
+  AcDbBlockTable* table = nullptr;
+  EXPECT_EQ(database->getBlockTable(table, AcDb::kForWrite), Acad::eOk);
+  auto* block = new AcDbBlockTableRecord();
+  block->setName("VTAG");
+  AcDbObjectId block_id;
+  EXPECT_EQ(table->add(block_id, block), Acad::eOk);
+  table->close();
+  for (const char* tag : {"NUMBER", "TYPE"}) {
+    auto* definition = new AcDbAttributeDefinition(AcGePoint3d(0, tag[0] == 'N' ? 0 : -300, 0),
+                                                   "default", tag, tag, AcDbObjectId::kNull, 250);
+    AcDbObjectId id;
+    EXPECT_EQ(block->appendAcDbEntity(id, definition), Acad::eOk);
+    definition->close();
+  }
+  block->close();
+  EXPECT_EQ(database->saveAs(path.c_str()), Acad::eOk);
+  fx::dxf::SetWorkingDatabase(nullptr);
+  return path;
+}
+
+TEST_F(ProgramTest, ReplacementOfTheSamplesRoomTagsByAScript) {
+  const std::string drawing = SampleWithNewBlock(Path("with-vtag.dxf"));
+  const std::string script =
+      WriteScript("replace.scr",
+                  "_vantoryReplaceBlock\nROOMTAG\nVTAG\nNUMBER\n\nR-%NAME%\n\nYes\napply\n"
+                  "\n\nTYPE\n\n%CATEGORY% / %DESCRIPTION%\n\n\napply\n"
+                  "\n\n\n\n\n\n\nreplace\n");
+  ProgramResult run = Run({"run", drawing, "-s", script, "-o", Path("replaced.dxf")});
+  ASSERT_EQ(run.exit_status, 0) << run.err << run.out;
+  EXPECT_NE(run.out.find("\nApplied expression list <NUMBER=R-%NAME%; TYPE=%CATEGORY% / "
+                         "%DESCRIPTION%>: "),
+            std::string::npos)
+      << run.out;
+  const std::string check = Path("check.py");
+  std::ofstream(check) << "import sys, ezdxf\n"
+                          "doc = ezdxf.readfile(sys.argv[1])\n"
+                          "msp = doc.modelspace()\n"
+                          "print(len(msp.query('INSERT[name==\"ROOMTAG\"]')))\n"
+                          "tags = msp.query('INSERT[name==\"VTAG\"]')\n"
+                          "print(len(tags))\n"
+                          "first = tags[0]\n"
+                          "print(first.dxf.layer, first.dxf.insert, first.dxf.xscale)\n"
+                          "for a in first.attribs: print(a.dxf.tag, a.dxf.text, a.dxf.insert)\n"
+                          "print(len(doc.audit().errors))\n";
+  ProgramResult ezdxf = RunProgram(FX_SYSTEM_PYTHON, {check, Path("replaced.dxf")}, dir_);
+  EXPECT_EQ(ezdxf.exit_status, 0) << ezdxf.err;
+  EXPECT_EQ(ezdxf.out,
+            "0\n24\nRoomTags (64750.0, 3300.0, 0.0) 1\n"
+            "NUMBER R-1.01 (64750.0, 3300.0, 0.0)\n"
+            "TYPE Office / Open office (64750.0, 3000.0, 0.0)\n0\n");
+}
+
+// The handle of the model-space reference whose attribute NAME is `name`.
+std::string InsertNamed(const std::string& path, const std::string& name) {
+  std::string error;
+  std::unique_ptr<AcDbDatabase> database = fx::dxf::ReadDrawing(path, &error);
+  EXPECT_NE(database, nullptr) << error;
+  if (database == nullptr) return {};
+  AcDbObjectPointer<AcDbBlockTableRecord> model_space(database->modelSpaceId(), AcDb::kForRead);
+  for (AcDbObjectId id : model_space->entityIds()) {
+    AcDbObjectPointer<AcDbBlockReference> insert(id, AcDb::kForRead);
+    if (insert.openStatus() != Acad::eOk) continue;
+    for (AcDbObjectId attribute_id : insert->attributeIds()) {
+      AcDbObjectPointer<AcDbAttribute> attribute(attribute_id, AcDb::kForRead);
+      if (attribute->tag() == "NAME" && attribute->textString() == name) return id.handle().ascii();
+    }
+  }
+  return {};
+}
+
+TEST_F(ProgramTest, AnalysisThenRoomListReportAndNavigation) {
+  if (!HasConvert()) GTEST_SKIP() << "vantoryconvert is not in this build yet";
+  ProgramResult run = Run({"run", PlanDrawing(),
+                           "-c",  kConvertPlan,
+                           "-c",  "vantoryZoomToNextDuplicateNumber",
+                           "-c",  "vantoryZoomToNextMultiIDs",
+                           "-c",  "vantoryroomlistdlg",
+                           "-c",  "",
+                           "-c",  "save",
+                           "-c",  Path("dialog.csv"),
+                           "-c",  "",
+                           "-c",  "",
+                           "-c",  "OK",
+                           "-o",  Path("analysed.dxf")});
+  ASSERT_EQ(run.exit_status, 0) << run.err << run.out;
+  // The analysis's problem lists in the same run: the later " 101 " is the
+  // duplicate, "102b" the second identifier in its room.
+  const std::string zoom = "\nCommand: _ZOOM\nZoom [Extents/Object]: _O\nSelect objects: ";
+  EXPECT_NE(run.out.find("\nCommand: vantoryZoomToNextDuplicateNumber" + zoom +
+                         InsertNamed(Path("analysed.dxf"), " 101 ") + "\n"),
+            std::string::npos)
+      << run.out;
+  EXPECT_NE(run.out.find("\nCommand: vantoryZoomToNextMultiIDs" + zoom +
+                         InsertNamed(Path("analysed.dxf"), "102b") + "\n"),
+            std::string::npos)
+      << run.out;
+  ProgramResult rooms = Run({"rooms", Path("analysed.dxf"), "-o", Path("report.csv")});
+  EXPECT_EQ(rooms.exit_status, 0) << rooms.err;
+  EXPECT_EQ(rooms.out,
+            "Drawing: " + Path("analysed.dxf") +
+                "\nRooms: 6"
+                "\nName   Category  Description    Comment       Area  Error description"
+                "\n101    Office    Corner, north            100.0000"
+                "\n102    Meeting   Small                    100.0000"
+                "\n102b   Meeting   Second tag               100.0000  Multiple identifiers"
+                "\n 101   Office    Twin                     100.0000  Duplicate number; "
+                "Intersected contour"
+                "\n104    Storage                            100.0000  Intersected contour"
+                "\n103    Office    Caf\u00e9                    Not found  Area not found"
+                "\nFloor area: 1000.0000\nReport: " +
+                Path("report.csv") + "\n");
+  // The report of the dialog's Save and of `rooms -o` are the same bytes.
+  EXPECT_EQ(ReadBytes(Path("report.csv")), ReadBytes(Path("dialog.csv")));
+  EXPECT_NE(ReadBytes(Path("report.csv")).find("\r\n101,Office,Corner, north,,100.0000,\r\n"),
+            std::string::npos);
+}
+
+TEST_F(ProgramTest, TheSampleFloorAnalysedThenListed) {
+  if (!HasConvert()) GTEST_SKIP() << "vantoryconvert is not in this build yet";
+  ProgramResult run = Run({"run", SampleFloor(), "-c",
+                           "_vantoryconvert \"FloorArea\" \"RoomContours\" B \"ROOMTAG\" \"NAME\" "
+                           "\"CATEGORY\" \"DESCRIPTION\" No",
+                           "-o", Path("sample.dxf")});
+  ASSERT_EQ(run.exit_status, 0) << run.err << run.out;
+  ProgramResult rooms = Run({"rooms", Path("sample.dxf"), "-o", Path("sample.csv")});
+  EXPECT_EQ(rooms.exit_status, 0) << rooms.err;
+  EXPECT_NE(rooms.out.find("\nRooms: 24\n"), std::string::npos) << rooms.out;
+  const std::string report = ReadBytes(Path("sample.csv"));
+  EXPECT_TRUE(report.starts_with(kReportHeader));
+  EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 25);
+  EXPECT_EQ(report.find("Not found"), std::string::npos) << report;
+}
+
+}  // namespace
+}  // namespace fx::rooms_test
