@@ -5,6 +5,7 @@
 #include "app/about_dialog.h"
 #include "app/cleanup_commands.h"
 #include "app/pending_commands.h"
+#include "export/export_commands.h"
 #include "rooms/marker.h"
 #include "rooms/navigation.h"
 #include "rooms/replace_block.h"
@@ -27,11 +28,11 @@ constexpr AcRxCommandEntry Row(const char* global_name, const char* local_name, 
 
 constexpr AcRxCommandEntry kCommands[] = {
     Row("_expdlg", "vantoryexpdlg", kModal, ExportOptionsDialog),
-    Row("_export", "vantoryexport", kTransparent, ExportCommandLine),
+    Row("_export", "vantoryexport", kTransparent, exports::ExportCommand),
     Row("_convertdlg", "vantorconvertdlg", kTransparent, ConvertDialog),
     Row("_convert", "vantoryconvert", kModal, rooms::ConvertCommand),
     Row("_roomlistdlg", "vantoryroomlistdlg", kModal, rooms::RoomListDialog),
-    Row("_ExportToFile", "vantoryExportToFile", kModal, ExportToFile),
+    Row("_ExportToFile", "vantoryExportToFile", kModal, exports::ExportToFileCommand),
     Row("_addmarker", "vantoryaddmarker", kTransparent, rooms::AddMarker),
     Row("_ReplaceBlock", "vantoryReplaceBlock", kModal, rooms::ReplaceBlock),
     Row("_ShowAbout", "vantoryShowAbout", kModal, ShowAbout),

@@ -9,9 +9,7 @@ void PrintNotAvailable(const char* command_name) {
 }
 
 void ExportOptionsDialog() { PrintNotAvailable("vantoryexpdlg"); }
-void ExportCommandLine() { PrintNotAvailable("vantoryexport"); }
 void ConvertDialog() { PrintNotAvailable("vantorconvertdlg"); }
-void ExportToFile() { PrintNotAvailable("vantoryExportToFile"); }
 void OpenFrom() { PrintNotAvailable("vantoryOpenFrom"); }
 void SendTo() { PrintNotAvailable("vantorySendTo"); }
 void UpdateVantoryData() { PrintNotAvailable("vantoryUpdateVantoryData"); }

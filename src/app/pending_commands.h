@@ -10,9 +10,7 @@ namespace fx::app {
 void PrintNotAvailable(const char* command_name);
 
 void ExportOptionsDialog();
-void ExportCommandLine();
 void ConvertDialog();
-void ExportToFile();
 void OpenFrom();
 void SendTo();
 void UpdateVantoryData();

@@ -41,9 +41,7 @@ TEST_F(CommandsTest, EveryNameResolvesAsTyped) {
 TEST_F(CommandsTest, CommandsNotBuiltYetSaySoAndTheScriptGoesOn) {
   const char* const kPending[] = {
       "vantoryexpdlg",
-      "vantoryexport",
       "vantorconvertdlg",
-      "vantoryExportToFile",
       "vantoryOpenFrom",
       "vantorySendTo",
       "vantoryUpdateVantoryData",

@@ -27,6 +27,7 @@ constexpr Subcommand kSubcommands[] = {
     {"run", "load a drawing, run command lines, save when asked", fx::cli::RunSubcommand},
     {"analyze", "identify the rooms of a drawing and print what was found",
      fx::cli::AnalyzeSubcommand},
+    {"export", "export the floor as XML, floor documents or SVG", fx::cli::ExportSubcommand},
     {"info", "print a drawing's version, units, extents, layers and entities",
      fx::cli::InfoSubcommand},
     {"menu", "print the menu bar with the plug-in's menu and each item's macro",

@@ -12,12 +12,14 @@ namespace fx::cli {
 
 int RunSubcommand(std::span<const std::string> args);
 int AnalyzeSubcommand(std::span<const std::string> args);
+int ExportSubcommand(std::span<const std::string> args);
 int InfoSubcommand(std::span<const std::string> args);
 int MenuSubcommand(std::span<const std::string> args);
 int RoomsSubcommand(std::span<const std::string> args);
 
 extern const char kRunUsage[];
 extern const char kAnalyzeUsage[];
+extern const char kExportUsage[];
 extern const char kInfoUsage[];
 extern const char kMenuUsage[];
 extern const char kRoomsUsage[];

@@ -1,0 +1,185 @@
+// The commands vantoryexport and vantoryExportToFile on the console: their
+// prompts, the keywords, the save dialog with its filters, the extension
+// rules, the overwrite question and the remembered format.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "export/export_commands.h"
+#include "export/export_file_dialog.h"
+#include "export_fixture.h"
+#include "settings/known_settings.h"
+#include "settings/settings.h"
+#include "settings/settings_key.h"
+
+namespace fx::export_test {
+namespace {
+
+namespace s = fx::settings;
+
+constexpr const char* kTypes =
+    "Save as type [1 PlanVault v1 (*.xml)/2 PlanVault v2 (*.planvault)/3 PlanVault Drawing (*.drawing)/"
+    "4 SVG (*.svg)/5 SVGZ (*.svgz)]";
+
+// The root element's name of a file, gunzipped when it is gzip.
+std::string RootOf(const std::string& path) {
+  std::string text = Gunzip(path);
+  if (text.empty()) text = ReadFile(path);
+  return Parse(text)->document_element().name();
+}
+
+bool IsGzip(const std::string& path) { return !Gunzip(path).empty(); }
+
+class ExportCommandsTest : public ExportTest {};
+
+TEST_F(ExportCommandsTest, EachKeywordWritesItsFormat) {
+  Open();
+  const struct {
+    const char* keyword;
+    const char* root;
+    bool gzip;
+  } kCases[] = {
+      {"xml", "FLOOR", false}, {"planvault", "file", false}, {"svg", "svg", false},
+      {"drawing", "file", true}, {"svgz", "svg", true},
+  };
+  for (const auto& c : kCases) {
+    // The name says nothing: the keyword alone chooses the format.
+    const std::string path = Path(std::string("out-") + c.keyword + ".bin");
+    RunScript("_vantoryexport\n" + path + "\n" + c.keyword);
+    EXPECT_EQ(RootOf(path), c.root) << c.keyword;
+    EXPECT_EQ(IsGzip(path), c.gzip) << c.keyword;
+  }
+}
+
+TEST_F(ExportCommandsTest, AKeywordInCapitalsIsAWrongFormat) {
+  Open();
+  for (const char* keyword : {"XML", "Svg", "PLANVAULT", "pdf"}) {
+    const std::string transcript = RunScript("_vantoryexport\n" + Path("wrong") + "\n" + keyword);
+    EXPECT_EQ(transcript, "\nCommand: _vantoryexport\nEnter Export File Path: " + Path("wrong") +
+                              "\nEnter Export File Format: " + keyword + "\nERROR : Wrong Export File Format.\n");
+    EXPECT_FALSE(std::filesystem::exists(Path("wrong")));
+  }
+}
+
+TEST_F(ExportCommandsTest, QuotesAreRemovedFromThePathAndBlanksKept) {
+  Open();
+  std::filesystem::create_directories(Path("my plans"));
+  RunScript("_vantoryexport\n\"" + Path("my plans/level 1.svg") + "\"\nsvg");
+  EXPECT_EQ(RootOf(Path("my plans/level 1.svg")), "svg");
+}
+
+TEST_F(ExportCommandsTest, AnEmptyOrCancelledAnswerEndsTheCommandSilently) {
+  Open();
+  EXPECT_EQ(RunScript("_vantoryexport\n\nsvg"), "\nCommand: _vantoryexport\nEnter Export File Path: \nCommand: svg"
+                                                 "\nUnknown command \"SVG\".\n");
+  const std::string cancelled = RunScript("_vantoryexport\n" + Path("x.svg"));
+  EXPECT_EQ(cancelled.find("Exported"), std::string::npos) << cancelled;
+  EXPECT_FALSE(std::filesystem::exists(Path("x.svg")));
+}
+
+// The dialog's answers: the file name, the filter index, Save.
+std::string ExportToFileScript(const std::string& name, const std::string& filter) {
+  return "_vantoryExportToFile\n" + name + "\n" + filter + "\nSave";
+}
+
+TEST_F(ExportCommandsTest, TheDialogPromptsThenSendsTheExportCommand) {
+  Open();
+  const std::string transcript = RunScript(ExportToFileScript(Path("plan"), "2"));
+  const std::string initial = FloorDrawing().substr(0, FloorDrawing().size() - 4);
+  EXPECT_EQ(transcript, "\nCommand: _vantoryExportToFile\nExport to File\nFile name <" + initial + ">: " +
+                            Path("plan") + "\n" + kTypes + " <1>: 2\n[Save/Cancel] <Save>: Save" +
+                            "\nCommand: _vantoryexport\nEnter Export File Path: " + Path("plan.planvault") +
+                            "\nEnter Export File Format: planvault\nCommand: _ZOOM\nZoom [Extents/Object]: E"
+                            "\nPlanVault: Exported " + Path("plan.planvault") + "\n");
+  EXPECT_EQ(s::GetSettingString(s::kExportFileFormat, s::kSectionExportOptions), "PlanVault v2");
+  EXPECT_EQ(fx::exports::ExportCommandLineFor("/a b/plan.svg", "svg"), "_vantoryexport /a b/plan.svg\nsvg\n");
+}
+
+// Each filter index gives its extension, format and remembered value.
+TEST_F(ExportCommandsTest, FilterIndexesCrossToFormats) {
+  const struct {
+    const char* index;
+    const char* extension;
+    const char* root;
+    const char* remembered;
+  } kCases[] = {
+      {"1", "xml", "FLOOR", "PlanVault v1"},   {"2", "planvault", "file", "PlanVault v2"},
+      {"3", "drawing", "file", "PlanVault DRW"}, {"4", "svg", "svg", "SVG"},
+      {"5", "svgz", "svg", "SVGZ"},
+  };
+  for (const auto& c : kCases) {
+    Open();
+    RunScript(ExportToFileScript(Path("plan"), c.index));
+    const std::string path = Path(std::string("plan.") + c.extension);
+    EXPECT_EQ(RootOf(path), c.root) << c.index;
+    EXPECT_EQ(s::GetSettingString(s::kExportFileFormat, s::kSectionExportOptions), c.remembered);
+  }
+}
+
+TEST_F(ExportCommandsTest, TheFiltersExtensionIsAddedUnlessTheNameHasIt) {
+  const struct {
+    const char* name;
+    const char* filter;
+    const char* written;
+  } kCases[] = {
+      {"plan.xml", "4", "plan.xml.svg"},
+      {"plan.SVG", "4", "plan.SVG"},
+      {"plan.svg", "5", "plan.svg.svgz"},
+      {"plan.Drawing", "3", "plan.Drawing"},
+  };
+  for (const auto& c : kCases) {
+    Open();
+    RunScript(ExportToFileScript(Path(c.name), c.filter));
+    EXPECT_TRUE(std::filesystem::exists(Path(c.written))) << c.name << " " << c.filter;
+  }
+}
+
+TEST_F(ExportCommandsTest, TheRememberedFormatPreselectsItsFilter) {
+  const struct {
+    const char* remembered;
+    const char* index;
+  } kCases[] = {
+      {"SVG", "4"}, {"PlanVault DRW", "3"}, {"SVGZ", "5"}, {"PlanVault v2", "2"}, {"", "1"}, {"Something", "1"},
+  };
+  for (const auto& c : kCases) {
+    s::SetSettingString(s::kExportFileFormat, c.remembered, s::kSectionExportOptions);
+    Open();
+    const std::string transcript = RunScript("_vantoryExportToFile\n" + Path("pre") + "\n\n");
+    EXPECT_NE(transcript.find(std::string(kTypes) + " <" + c.index + ">: "), std::string::npos) << c.remembered;
+  }
+}
+
+TEST_F(ExportCommandsTest, AnExistingFileIsReplacedOnlyAfterYes) {
+  const std::string question = "plan.svg already exists.\\nDo you want to replace it?";
+  for (const char* answer : {"No", "Yes"}) {
+    Open(FloorDrawing(), Answers({question + "=" + answer}));
+    std::ofstream(Path("plan.svg")) << "old";
+    const std::string transcript = RunScript(ExportToFileScript(Path("plan"), "4"));
+    EXPECT_NE(transcript.find("\n[Warning] plan.svg already exists.\nDo you want to replace it? [Yes/No] -> " +
+                              std::string(answer)),
+              std::string::npos)
+        << transcript;
+    EXPECT_EQ(ReadFile(Path("plan.svg")) == "old", std::string(answer) == "No");
+    EXPECT_EQ(transcript.find("_vantoryexport") != std::string::npos, std::string(answer) == "Yes");
+  }
+}
+
+TEST_F(ExportCommandsTest, CancelAndAnEmptyFileNameWriteNothing) {
+  Open();
+  EXPECT_EQ(RunScript("_vantoryExportToFile\n" + Path("plan") + "\n4\nCancel").find("_vantoryexport"),
+            std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(Path("plan.svg")));
+  // A drawing's name is the default; an empty one must be typed first.
+  fx::exports::CPvExportFileDialog dialog("", fx::exports::kSaveFilter, 4);
+  EXPECT_EQ(dialog.Press(fx::exports::CPvExportFileDialog::kSave), DialogAction::kStay);
+  EXPECT_EQ(dialog.SetField(1, "6"), "Requires an integer between 1 and 5.");
+  EXPECT_EQ(dialog.SetField(1, "0"), "Requires an integer between 1 and 5.");
+  EXPECT_EQ(dialog.SetField(1, "5"), "");
+  EXPECT_EQ(dialog.filterExtension(), "svgz");
+  EXPECT_EQ(dialog.SetField(0, "a"), "");
+  EXPECT_EQ(dialog.Press(fx::exports::CPvExportFileDialog::kSave), DialogAction::kClose);
+}
+
+}  // namespace
+}  // namespace fx::export_test

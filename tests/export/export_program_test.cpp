@@ -1,0 +1,252 @@
+// floorxport export, the real program: the bundled sample analysed and
+// exported in every format, its questions and exit status, wrong usage; and
+// every corpus drawing and generated floors exported in every format, each
+// file well formed for xmllint and each SVG rendered by rsvg-convert without
+// a word on standard error.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+
+#include "export_fixture.h"
+#include "program_runner.h"
+
+namespace fx::export_test {
+namespace {
+
+namespace fs = std::filesystem;
+using fx::cli_test::ProgramResult;
+using fx::cli_test::RunProgram;
+
+const std::vector<std::string> kFormats = {"xml", "planvault", "drawing", "svg", "svgz"};
+
+const std::vector<std::string> kSampleAnalysis = {
+    "--floor-layer", "FloorArea", "--contour-layer", "RoomContours", "--block", "ROOMTAG",
+    "--name-tag", "NAME", "--category-tag", "CATEGORY", "--description-tag", "DESCRIPTION"};
+
+// Runs `command` with its standard error into a file: the exit status and
+// what it wrote there.
+int RunTool(const std::string& command, const std::string& dir, std::string& err) {
+  const fs::path file = fs::path(dir) / "tool_stderr.txt";
+  const int status = std::system((command + " 2> '" + file.string() + "'").c_str());
+  err = ReadFile(file.string());
+  return status;
+}
+
+class ExportProgramTest : public ::testing::Test {
+ protected:
+  ExportProgramTest() : dir_(ScratchDir()) {}
+  ~ExportProgramTest() override { fs::remove_all(dir_); }
+
+  ProgramResult Floorxport(std::vector<std::string> args) {
+    args.insert(args.begin(), {"--settings", dir_ + "/settings.reg"});
+    return RunProgram(FX_FLOORXPORT, args, dir_);
+  }
+  // Analyses `drawing` into `analysed`; the program's result.
+  ProgramResult Analyze(const std::string& drawing, const std::string& analysed, std::vector<std::string> args) {
+    args.insert(args.begin(), {"analyze", drawing});
+    args.insert(args.end(), {"-o", analysed});
+    return Floorxport(args);
+  }
+  // Exports `drawing` to BASE.FORMAT for every format in one run.
+  ProgramResult ExportAll(const std::string& drawing, const std::string& base, std::vector<std::string> extra = {}) {
+    std::vector<std::string> args = {"export", drawing};
+    for (const std::string& format : kFormats) args.push_back(base + "." + format);
+    args.insert(args.end(), extra.begin(), extra.end());
+    return Floorxport(args);
+  }
+  // xmllint reads each file (gzip too); rsvg-convert renders the SVGs.
+  void ExpectValid(const std::string& base, const std::string& label) {
+    for (const std::string& format : kFormats) {
+      const std::string file = base + "." + format;
+      ASSERT_TRUE(fs::exists(file)) << label << " " << format;
+      std::string err;
+      EXPECT_EQ(RunTool(std::string("'") + FX_XMLLINT + "' --noout '" + file + "'", dir_, err), 0) << label << err;
+      EXPECT_EQ(err, "") << label << " " << format;
+      if (format != "svg" && format != "svgz") continue;
+      EXPECT_EQ(RunTool(std::string("'") + FX_RSVG_CONVERT + "' -w 256 '" + file + "' -o '" + base + "-" + format +
+                            ".png'",
+                        dir_, err),
+                0)
+          << label << " " << format << err;
+      EXPECT_EQ(err, "") << label << " " << format;
+    }
+  }
+
+  std::string dir_;
+};
+
+TEST_F(ExportProgramTest, TheAnalysedSampleExportsInEveryFormat) {
+  const std::string analysed = dir_ + "/sample.dxf";
+  ASSERT_EQ(Analyze(SampleFloor(), analysed, kSampleAnalysis).exit_status, 0);
+  const ProgramResult result = ExportAll(analysed, dir_ + "/sample");
+  EXPECT_EQ(result.exit_status, 0) << result.err;
+  EXPECT_EQ(result.err, "");
+  const size_t summary = result.out.find("\n\nExports:\n");
+  ASSERT_NE(summary, std::string::npos) << result.out;
+  std::istringstream lines(result.out.substr(summary + 11));
+  for (const std::string& format : kFormats) {
+    std::string line;
+    std::getline(lines, line);
+    const std::string start = "  " + format + std::string(11 - format.size(), ' ') + dir_ + "/sample." + format + " (";
+    EXPECT_EQ(line.substr(0, start.size()), start) << line;
+    EXPECT_TRUE(line.ends_with(" bytes)")) << line;
+  }
+  ExpectValid(dir_ + "/sample", "sample");
+  // 24 rooms with their outlines; the document embeds the drawing.
+  std::unique_ptr<pugi::xml_document> v1 = Parse(ReadFile(dir_ + "/sample.xml"));
+  EXPECT_EQ(v1->select_nodes("/FLOOR/ROOMS/ROOM[point]").size(), 24u);
+  std::unique_ptr<pugi::xml_document> document = Parse(ReadFile(dir_ + "/sample.planvault"));
+  EXPECT_EQ(document->select_nodes("/file/rooms/room[@path != '' and @textPosition != '']").size(), 24u);
+  EXPECT_EQ(Gunzip(dir_ + "/sample.drawing"), ReadFile(dir_ + "/sample.planvault"));
+  EXPECT_EQ(Gunzip(dir_ + "/sample.svgz"), ReadFile(dir_ + "/sample.svg"));
+}
+
+TEST_F(ExportProgramTest, AFloorQuestionAnsweredNoFailsTheRunButNotTheOtherFiles) {
+  const ProgramResult result =
+      Floorxport({"export", SampleFloor(), dir_ + "/plain.svg", dir_ + "/plain.xml"});
+  EXPECT_EQ(result.exit_status, 1);
+  EXPECT_NE(result.out.find("\n[Warning] No Floor Area Polyline Found.\nDo you want to continue? [Yes/No] -> No "
+                            "(default)"),
+            std::string::npos)
+      << result.out;
+  EXPECT_NE(result.out.find("\n  xml        " + dir_ + "/plain.xml: not written"), std::string::npos);
+  EXPECT_TRUE(fs::exists(dir_ + "/plain.svg"));
+  EXPECT_FALSE(fs::exists(dir_ + "/plain.xml"));
+  EXPECT_TRUE(result.err.starts_with("floorxport: 1 export was not written (see the transcript)\n")) << result.err;
+  // Yes goes on: the rooms of an unanalysed drawing are those its records name (none).
+  const ProgramResult yes = Floorxport({"export", SampleFloor(), dir_ + "/plain.xml", "--yes"});
+  EXPECT_EQ(yes.exit_status, 0) << yes.err;
+  EXPECT_EQ(ReadFile(dir_ + "/plain.xml"),
+            R"(<?xml version="1.0" encoding="UTF-8"?><FLOOR xmlns="http://www.vantory.example/planvault/2010" AREA=""><ROOMS/></FLOOR>)");
+}
+
+TEST_F(ExportProgramTest, TheFormatComesFromTheExtensionOrFromFormat) {
+  const ProgramResult result =
+      Floorxport({"export", SampleFloor(), dir_ + "/a.SVG", dir_ + "/b.data", "--format", "svgz"});
+  EXPECT_EQ(result.exit_status, 0) << result.err;
+  EXPECT_TRUE(Gunzip(dir_ + "/a.SVG").starts_with("<?xml"));  // --format applies to every OUT
+  EXPECT_TRUE(Gunzip(dir_ + "/b.data").starts_with("<?xml"));
+  const ProgramResult by_extension = Floorxport({"export", SampleFloor(), dir_ + "/c.SvgZ"});
+  EXPECT_EQ(by_extension.exit_status, 0);
+  EXPECT_TRUE(Gunzip(dir_ + "/c.SvgZ").starts_with("<?xml"));
+}
+
+TEST_F(ExportProgramTest, WrongUsageSaysWhat) {
+  const std::string out = dir_ + "/x";
+  const struct {
+    std::vector<std::string> args;
+    std::string error;
+  } kCases[] = {
+      {{"export"}, "export needs a DRAWING and an OUT file"},
+      {{"export", "plan.dxf"}, "export needs an OUT file"},
+      {{"export", "plan.dxf", out + ".pdf"}, "cannot tell the format of \"" + out + ".pdf\" from its extension; give --format"},
+      {{"export", "plan.dxf", out}, "cannot tell the format of \"" + out + "\" from its extension; give --format"},
+      {{"export", "plan.dxf", out + ".xml", "--format", "XML"}, "unknown --format \"XML\" (xml, planvault, drawing, svg or svgz)"},
+      {{"export", "plan.dxf", out + ".xml", "--yes", "--no"}, "give either --yes or --no"},
+      {{"export", "plan.dxf", "a\"b.svg"},
+       "\"a\"b.svg\" cannot be typed to the export command (empty, longer than 259 characters, or holding a quote or line break)"},
+      {{"export", "plan.dxf", std::string(260, 'a') + ".svg"},
+       "\"" + std::string(260, 'a') + ".svg\" cannot be typed to the export command (empty, longer than 259 characters, "
+       "or holding a quote or line break)"},
+  };
+  for (const auto& c : kCases) {
+    const ProgramResult result = Floorxport(c.args);
+    EXPECT_EQ(result.exit_status, 2) << c.error;
+    EXPECT_EQ(result.err, "floorxport: " + c.error + "\nRun \"floorxport export --help\" for usage.\n");
+  }
+  const ProgramResult help = Floorxport({"export", "--help"});
+  EXPECT_EQ(help.exit_status, 0);
+  EXPECT_TRUE(help.out.starts_with("Usage: floorxport export DRAWING OUT..."));
+}
+
+// Real floors by others (../shared/corpus, SOURCES.md): those with room
+// contours analysed first with the layers a user would choose (as the room
+// analysis tests do), the others exported as they are (--yes to the
+// missing floor). Every file is checked; none is kept.
+TEST_F(ExportProgramTest, CorpusDrawingsExportInEveryFormat) {
+  const std::string corpus = FX_CORPUS_DIR;
+  if (!fs::is_directory(corpus)) GTEST_SKIP() << "no corpus at " << corpus;
+  const auto text = [](const std::string& floor, const std::string& contours, const std::string& labels) {
+    return std::vector<std::string>{"--floor-layer", floor, "--contour-layer", contours, "--name-layer", labels,
+                                    "--type-layer", labels, "--description-layer", labels, "--yes"};
+  };
+  const std::map<std::string, std::vector<std::string>> analyses = {
+      {"vre-spark/cad_033O.dxf", text("0", "A_Z20___E_RAUM", "A_Z21___T_RAUMTEXT")},
+      {"openindoor6/plan.dxf", text("ABY_Contour_Facade", "ABY_Zone_ZIND", "Texte_Pièces")},
+      {"pms-app/building001-0_floor3.dxf",
+       {"--floor-layer", "AREA-GROSS", "--contour-layer", "AREA-ASSIGN", "--name-layer", "A-IDEN-RNUM",
+        "--type-layer", "Rooms-Information", "--description-layer", "AREA-TEXT"}},
+      {"daoshi/floor1.dxf", text("建筑面积线", "使用面积线", "文字")},
+      {"daoshi/floor3.dxf", text("建筑面积线", "使用面积线", "文字")},
+      {"daoshi/floor5.dxf", text("建筑面积线", "使用面积线", "文字")},
+      {"smhbackends/10.dxf", text("Boundary", "BedRoom1", "BedRoom1")},
+      {"cs-proxymix/Standard_Factory_Plan.dxf", text("00_Walls", "00_Offices", "01_Legends")},
+      {"wentcad/WATT_0a_PARTER.dxf",
+       {"--floor-layer", "OBRYS_ZEWN", "--contour-layer", "ROOM", "--block", "2da_pok06c_zs1fkav", "--name-tag", "NR",
+        "--category-tag", "NAME", "--description-tag", "FLOOR_MAT"}},
+  };
+  std::vector<std::string> drawings;
+  for (const auto& entry : fs::recursive_directory_iterator(corpus)) {
+    if (entry.is_regular_file() && entry.path().extension() == ".dxf") drawings.push_back(entry.path().string());
+  }
+  std::sort(drawings.begin(), drawings.end());
+  size_t analysed_count = 0;
+  for (const std::string& drawing : drawings) {
+    const std::string name = fs::relative(drawing, corpus).string();
+    std::string input = drawing;
+    bool has_floor = false;
+    if (const auto it = analyses.find(name); it != analyses.end()) {
+      input = dir_ + "/analysed.dxf";
+      const ProgramResult analysis = Analyze(drawing, input, it->second);
+      ASSERT_EQ(analysis.exit_status, 0) << name << analysis.err;
+      has_floor = analysis.out.find("\n  Floor outline:                   none") == std::string::npos;
+      ++analysed_count;
+    }
+    const ProgramResult result = ExportAll(input, dir_ + "/corpus", {"--yes"});
+    EXPECT_EQ(result.exit_status, 0) << name << "\n" << result.err;
+    ExpectValid(dir_ + "/corpus", name);
+    if (input != drawing) {
+      // An analysed floor has its rooms, and its outline where the analysis found one.
+      std::unique_ptr<pugi::xml_document> v1 = Parse(ReadFile(dir_ + "/corpus.xml"));
+      EXPECT_EQ(std::string(v1->child("FLOOR").attribute("AREA").value()).empty(), !has_floor) << name;
+      EXPECT_GT(v1->select_nodes("/FLOOR/ROOMS/ROOM").size(), 0u) << name;
+    }
+    for (const std::string& format : kFormats) fs::remove(dir_ + "/corpus." + format);
+  }
+  EXPECT_EQ(analysed_count, analyses.size());
+}
+
+#ifdef FX_FLOORGEN
+// Floors written by floorgen, analysed and exported; the larger one makes a
+// .drawing above 600 KB, which draws the warning and is kept.
+TEST_F(ExportProgramTest, GeneratedFloorsExportInEveryFormat) {
+  for (int rooms : {200, 5000}) {
+    const std::string label = "floorgen --rooms " + std::to_string(rooms);
+    const std::string generated = dir_ + "/floor.dxf";
+    ASSERT_EQ(RunProgram(FX_FLOORGEN, {"--rooms", std::to_string(rooms), "--seed", "1", "-o", generated}, dir_)
+                  .exit_status,
+              0);
+    ASSERT_EQ(Analyze(generated, dir_ + "/analysed.dxf", kSampleAnalysis).exit_status, 0) << label;
+    const ProgramResult result = ExportAll(dir_ + "/analysed.dxf", dir_ + "/generated");
+    EXPECT_EQ(result.exit_status, 0) << label << result.err;
+    ExpectValid(dir_ + "/generated", label);
+    const bool large = fs::file_size(dir_ + "/generated.drawing") > 614400;
+    EXPECT_EQ(large, rooms == 5000) << label;
+    EXPECT_EQ(result.out.find("\n[Warning] Warning: The .Drawing file is over 600kb and could impact performance. "
+                              "Please use the items under the Shortcut button to reduce the file size. [OK] -> OK") !=
+                  std::string::npos,
+              large)
+        << label;
+    std::unique_ptr<pugi::xml_document> v1 = Parse(ReadFile(dir_ + "/generated.xml"));
+    EXPECT_EQ(v1->select_nodes("/FLOOR/ROOMS/ROOM[point]").size(), v1->select_nodes("/FLOOR/ROOMS/ROOM").size());
+  }
+}
+#endif
+
+}  // namespace
+}  // namespace fx::export_test

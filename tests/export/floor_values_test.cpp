@@ -1,0 +1,105 @@
+// The number formats of the floor files, the vertex lists, the text
+// position, the matrix coefficients, the units names and the layer values.
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <cmath>
+#include <cstdio>
+#include <limits>
+
+#include "export/floor_values.h"
+
+namespace fx::exports {
+namespace {
+
+std::string Printf(const char* format, double value) {
+  char buffer[512];
+  std::snprintf(buffer, sizeof buffer, format, value);
+  return buffer;
+}
+
+TEST(FloorValues, FixedDecimalsAreThoseOfPrintf) {
+  for (double value : {0.0, 12.0, -12.0, 0.5, 1.00005, 0.00005, -0.00004, 123456789.123456789, 1e15, 2.5e-7,
+                       -67425.0, 0.1 + 0.2, 1.23456789e-3, 99999.99995}) {
+    EXPECT_EQ(Fixed4(value), Printf("%.4f", value)) << value;
+    EXPECT_EQ(Fixed6(value), Printf("%.6f", value)) << value;
+  }
+  EXPECT_EQ(Fixed4(12), "12.0000");
+  EXPECT_EQ(Fixed6(0), "0.000000");
+}
+
+TEST(FloorValues, NumbersDoNotFollowTheProcessLocale) {
+  const char* old = std::setlocale(LC_NUMERIC, nullptr);
+  const std::string saved = old != nullptr ? old : "C";
+  if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr && std::setlocale(LC_NUMERIC, "fr_FR.UTF-8") == nullptr) {
+    GTEST_SKIP() << "no locale with a decimal comma";
+  }
+  EXPECT_EQ(Fixed4(1.5), "1.5000");
+  EXPECT_EQ(VertexList({{1.5, -2.25}}), "[1.5000,-2.2500]");
+  std::setlocale(LC_NUMERIC, saved.c_str());
+}
+
+TEST(FloorValues, NegativeZeroAndValuesThatAreNotFinite) {
+  EXPECT_EQ(Fixed4(-0.0), "0.0000");
+  EXPECT_EQ(Fixed6(std::numeric_limits<double>::quiet_NaN()), "0");
+  EXPECT_EQ(Fixed4(std::numeric_limits<double>::infinity()), "0");
+}
+
+TEST(FloorValues, VertexListsAreBracketedPairsJoinedByCommas) {
+  EXPECT_EQ(VertexList({}), "");
+  EXPECT_EQ(VertexList({{12, 0}}), "[12.0000,0.0000]");
+  EXPECT_EQ(VertexList({{0, 0}, {4, 0}, {0, 3.5}}), "[0.0000,0.0000],[4.0000,0.0000],[0.0000,3.5000]");
+  EXPECT_EQ(VertexList({{-1.23456, 7.00006}}), "[-1.2346,7.0001]");
+}
+
+TEST(FloorValues, TheTextPositionIsTheBoxCentreUnlessTheBoxIsAPoint) {
+  EXPECT_EQ(BoxCentreText(AcDbExtents({1, 1, 0}, {5, 4, 0})), "3.000000,2.500000");
+  EXPECT_EQ(BoxCentreText(AcDbExtents({-3, -2, 0}, {-1, -0.5, 0})), "-2.000000,-1.250000");
+  // A line has a centre: only min and max being one point is degenerate.
+  EXPECT_EQ(BoxCentreText(AcDbExtents({0, 0, 0}, {2, 0, 0})), "1.000000,0.000000");
+  EXPECT_EQ(BoxCentreText(AcDbExtents({3, 7, 0}, {3, 7, 0})), std::nullopt);
+  EXPECT_EQ(BoxCentreText(AcDbExtents({3, 7, 0}, {3 + 1e-12, 7, 0})), std::nullopt);
+  EXPECT_EQ(BoxCentreText(AcDbExtents()), std::nullopt);
+}
+
+TEST(FloorValues, MatrixCoefficientsReadBackExactly) {
+  const struct {
+    double value;
+    const char* text;
+  } kCases[] = {
+      {1, "1"}, {-1, "-1"}, {0, "0"}, {-0.0, "0"}, {225, "225"}, {-67425.5, "-67425.5"}, {0.1, "0.1"},
+      {1e21, "1e+21"}, {std::numeric_limits<double>::quiet_NaN(), "0"},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(MatrixCoefficient(c.value), c.text) << c.value;
+  for (double value : {1.0 / 3, 123456.789012345, -2.5e-9}) {
+    EXPECT_EQ(std::stod(MatrixCoefficient(value)), value);
+  }
+}
+
+TEST(FloorValues, InsertionUnitsFoldIntoEightNames) {
+  const char* kNames[] = {
+      "inches",     "inches", "feet",   "miles",  "millimeters", "centimeters", "meters",
+      "kilometers", "inches", "inches", "yards",  "inches",      "meters",      "meters",
+      "meters",     "meters", "meters", "inches", "inches",      "inches",      "inches",
+  };
+  for (int units = 0; units <= 20; ++units) EXPECT_STREQ(DefaultUnitsName(units), kNames[units]) << units;
+  EXPECT_STREQ(DefaultUnitsName(21), "inches");
+  EXPECT_STREQ(DefaultUnitsName(-1), "inches");
+}
+
+TEST(FloorValues, LayerColoursAndLineweights) {
+  EXPECT_EQ(LayerColorText(0x123456), "123456");
+  EXPECT_EQ(LayerColorText(0xFFFFFF), "FFFFFF");
+  EXPECT_EQ(LayerColorText(0x00000A), "00000A");
+  const struct {
+    int weight;
+    const char* text;
+  } kWeights[] = {
+      {-1, "0.01mm"}, {-2, "0.01mm"}, {-3, "0.01mm"}, {0, "0.01mm"}, {5, "0.05mm"},
+      {25, "0.25mm"}, {100, "1mm"},   {106, "1.06mm"}, {211, "2.11mm"},
+  };
+  for (const auto& c : kWeights) EXPECT_EQ(LayerWeightText(c.weight), c.text) << c.weight;
+}
+
+}  // namespace
+}  // namespace fx::exports

@@ -1,0 +1,428 @@
+// The v1 XML and the floor document of tests/data/export/floor.dxf, exported
+// through vantoryexport: every element and attribute in order with its
+// number format, the floor questions and warnings, the layer table and its
+// `empty` flags, the two matrices, the units, and the compression.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+
+#include "export/document_file.h"
+#include "export/exporter.h"
+#include "export/floor_checks.h"
+#include "export_fixture.h"
+#include "rooms/room_record.h"
+#include "settings/known_settings.h"
+#include "settings/settings.h"
+#include "settings/settings_key.h"
+
+namespace fx::export_test {
+namespace {
+
+namespace s = fx::settings;
+
+const char kFloorV1[] =
+    R"(<?xml version="1.0" encoding="UTF-8"?><FLOOR xmlns="http://www.vantory.example/planvault/2010" AREA="200.0000">)"
+    R"(<point x="0.0000" y="0.0000"/><point x="20.0000" y="0.0000"/><point x="20.0000" y="10.0000"/><point x="0.0000" y="10.0000"/>)"
+    R"(<ROOMS><ROOM NUMBER="A1" SQINCH="6.000000"><point x="1.0000" y="1.0000"/><point x="5.0000" y="1.0000"/><point x="1.0000" y="4.0000"/></ROOM>)"
+    R"(<ROOM NUMBER="B2" SQINCH="10.828125"><point x="6.1250" y="1.5000"/><point x="10.0625" y="1.5000"/><point x="10.0625" y="4.2500"/><point x="6.1250" y="4.2500"/></ROOM>)"
+    R"(<ROOM NUMBER="C3" SQINCH="0.000000"/>)"
+    R"(<ROOM NUMBER="D4" SQINCH="0.000000"><point x="3.0000" y="7.0000"/><point x="3.0000" y="7.0000"/><point x="3.0000" y="7.0000"/></ROOM>)"
+    R"(<ROOM NUMBER="E5" SQINCH="16.000000"><point x="12.0000" y="1.0000"/><point x="16.0000" y="1.0000"/><point x="16.0000" y="5.0000"/><point x="12.0000" y="5.0000"/></ROOM>)"
+    R"(<ROOM NUMBER="F6" SQINCH="1.500000"><point x="-3.0000" y="-2.0000"/><point x="-1.0000" y="-2.0000"/><point x="-1.0000" y="-0.5000"/></ROOM>)"
+    R"(</ROOMS></FLOOR>)";
+
+// The document up to the embedded SVG, for a drawing at `name`.
+std::string FloorDocumentHead(const std::string& name) {
+  return R"(<?xml version="1.0" encoding="UTF-8"?><file xmlns="http://www.vantory.example/planvault/2010" name=")" + name +
+         R"(" version="1.6" defaultUnits="meters">)"
+         R"(<floor area="200.0000" path="[0.0000,0.0000],[20.0000,0.0000],[20.0000,10.0000],[0.0000,10.0000]"/><rooms>)"
+         R"(<room name="A1" type="Office" description="Corner &amp; &quot;quoted&quot; &lt;room>" comment="first" area="6.000000" path="[1.0000,1.0000],[5.0000,1.0000],[1.0000,4.0000]" textPosition="3.000000,2.500000"/>)"
+         R"(<room name="B2" type="Meeting" description="" comment="" area="10.828125" path="[6.1250,1.5000],[10.0625,1.5000],[10.0625,4.2500],[6.1250,4.2500]" textPosition="8.093750,2.875000"/>)"
+         R"(<room name="C3" type="Store" description="no contour" comment="" area="0.000000" path="" textPosition=""/>)"
+         R"(<room name="D4" type="" description="" comment="" area="0.000000" path="[3.0000,7.0000],[3.0000,7.0000],[3.0000,7.0000]" textPosition=""/>)"
+         R"(<room name="E5" type="Lab" description="" comment="" area="16.000000" path="[12.0000,1.0000],[16.0000,1.0000],[16.0000,5.0000],[12.0000,5.0000]" textPosition="14.000000,3.000000"/>)"
+         R"(<room name="F6" type="Shed" description="" comment="" area="1.500000" path="[-3.0000,-2.0000],[-1.0000,-2.0000],[-1.0000,-0.5000]" textPosition="-2.000000,-1.250000"/>)"
+         R"(</rooms><layouts><layout name="MODELSPACE"><layers>)"
+         R"(<layer id="1" name="0" visible="true" color="FFFFFF" lw="0.01mm" empty="true"/>)"
+         R"(<layer id="2" name="Defpoints" visible="true" color="FFFFFF" lw="0.01mm" empty="true"/>)"
+         R"(<layer id="3" name="Floor" visible="true" color="808080" lw="0.25mm" empty="false"/>)"
+         R"(<layer id="4" name="Contours" visible="true" color="00FF00" lw="0.01mm" empty="false"/>)"
+         R"(<layer id="5" name="Names" visible="true" color="FF0000" lw="0.01mm" empty="false"/>)"
+         R"(<layer id="6" name="Walls" visible="true" color="123456" lw="2.11mm" empty="false"/>)"
+         R"(<layer id="7" name="Thin" visible="true" color="FFFFFF" lw="0.01mm" empty="false"/>)"
+         R"(<layer id="8" name="Off" visible="false" color="0000FF" lw="0.13mm" empty="true"/>)"
+         R"(<layer id="9" name="Frozen" visible="true" color="FF00FF" lw="0.5mm" empty="true"/>)"
+         R"(<layer id="10" name="Unused" visible="true" color="FFFF00" lw="0.3mm" empty="true"/>)"
+         R"(<layer id="11" name="Frame" visible="true" color="00FFFF" lw="0.01mm" empty="false"/>)"
+         R"(<layer id="12" name="PointOnly" visible="true" color="00FFFF" lw="0.01mm" empty="false"/>)"
+         R"(</layers><matrix type="A2SVG" a="1" b="0" c="0" d="-1" e="3" f="11"/><matrix type="SVG2A" a="1" b="0" c="0" d="-1" e="-3" f="11"/>)"
+         R"(</layout></layouts><svg xmlns="http://www.w3.org/2000/svg" xmlns:ss="http://www.vantory.example/planvault/2010")"
+         R"( xmlns:xlink="http://www.w3.org/1999/xlink" viewBox="0 0 24 13" version="1.1")";
+}
+
+class FloorWritersTest : public ExportTest {
+ protected:
+  // vantoryexport with `path` and `keyword`; returns the transcript.
+  std::string Export(const std::string& path, const std::string& keyword) {
+    return RunScript("_vantoryexport\n" + path + "\n" + keyword);
+  }
+  std::string ExportText(const std::string& keyword) {
+    const std::string path = Path("out." + keyword);
+    Export(path, keyword);
+    return ReadFile(path);
+  }
+  // Makes the floor outline a triangle of area `area`.
+  void SetFloorArea(double area) {
+    AcDbObjectPointer<AcDbPolyline> floor(RecordNamed(fx::rooms::kFloorOutlineName), AcDb::kForWrite);
+    ASSERT_EQ(floor.openStatus(), Acad::eOk);
+    ASSERT_EQ(floor->removeVertexAt(3), Acad::eOk);
+    ASSERT_EQ(floor->setPointAt(1, {1, 0}), Acad::eOk);
+    ASSERT_EQ(floor->setPointAt(2, {0, 2 * area}), Acad::eOk);
+  }
+  void RemoveRecord(const std::string& name) {
+    ASSERT_EQ(fx::rooms::RemoveRoomRecord(RecordNamed(name)), Acad::eOk) << name;
+  }
+};
+
+std::vector<std::string> AttributeNames(const pugi::xml_node& node) {
+  std::vector<std::string> names;
+  for (pugi::xml_attribute attribute : node.attributes()) names.push_back(attribute.name());
+  return names;
+}
+
+TEST_F(FloorWritersTest, TheV1FileListsFloorAndRoomsInOrderWithTheirFormats) {
+  Open();
+  const std::string transcript = Export(Path("floor.xml"), "xml");
+  EXPECT_EQ(transcript, "\nCommand: _vantoryexport\nEnter Export File Path: " + Path("floor.xml") +
+                            "\nEnter Export File Format: xml\nPlanVault: Exported " + Path("floor.xml") + "\n");
+  EXPECT_EQ(ReadFile(Path("floor.xml")), kFloorV1);
+}
+
+TEST_F(FloorWritersTest, SaveAllAttributesAddsTypeDescriptionAndCommentInThatOrder) {
+  for (bool save_all : {false, true}) {
+    s::SetSettingInt(s::kSaveAllAttributes, save_all ? 1 : 0, s::kSectionExportOptions);
+    Open();
+    std::unique_ptr<pugi::xml_document> document = Parse(ExportText("xml"));
+    const std::vector<std::string> expected =
+        save_all ? std::vector<std::string>{"NUMBER", "SQINCH", "TYPE", "DESCRIPTION", "COMMENT"}
+                 : std::vector<std::string>{"NUMBER", "SQINCH"};
+    size_t rooms = 0;
+    for (pugi::xml_node room : document->child("FLOOR").child("ROOMS").children("ROOM")) {
+      EXPECT_EQ(AttributeNames(room), expected) << room.attribute("NUMBER").value();
+      ++rooms;
+    }
+    EXPECT_EQ(rooms, 6u);
+    if (save_all) {
+      const pugi::xml_node first = document->child("FLOOR").child("ROOMS").first_child();
+      EXPECT_STREQ(first.attribute("TYPE").value(), "Office");
+      EXPECT_STREQ(first.attribute("DESCRIPTION").value(), "Corner & \"quoted\" <room>");
+      EXPECT_STREQ(first.attribute("COMMENT").value(), "first");
+    }
+  }
+}
+
+// An area of at most 1e-6 is zero: the question comes, and No writes nothing.
+TEST_F(FloorWritersTest, AFloorAreaOfAtMostOneMillionthIsZero) {
+  const struct {
+    double area;
+    bool zero;
+  } kCases[] = {{0.0000005, true}, {0.000001, true}, {0.000002, false}, {0, true}};
+  for (const auto& c : kCases) {
+    for (const char* keyword : {"xml", "planvault", "drawing"}) {
+      Open();
+      SetFloorArea(c.area);
+      const std::string path = Path(std::string("zero.") + keyword);
+      std::filesystem::remove(path);
+      const std::string transcript = Export(path, keyword);
+      const bool asked = transcript.find("\n[Warning] Floor Area is zero.\nDo you want to continue? [Yes/No] -> No") !=
+                         std::string::npos;
+      EXPECT_EQ(asked, c.zero) << c.area << " " << keyword << transcript;
+      EXPECT_EQ(std::filesystem::exists(path), !c.zero) << c.area << " " << keyword;
+    }
+  }
+  EXPECT_TRUE(fx::exports::IsZeroArea(-0.000001));
+  EXPECT_FALSE(fx::exports::IsZeroArea(-0.0000011));
+}
+
+TEST_F(FloorWritersTest, YesToTheZeroAreaQuestionWritesTheAreaAsItIs) {
+  Open(FloorDrawing(), Answers({"Floor Area is zero.\\nDo you want to continue?=Yes"}));
+  SetFloorArea(0.0000005);
+  std::unique_ptr<pugi::xml_document> document = Parse(ExportText("xml"));
+  EXPECT_STREQ(document->child("FLOOR").attribute("AREA").value(), "0.0000");
+  EXPECT_EQ(document->child("FLOOR").select_nodes("point").size(), 3u);
+}
+
+// Strict callers (the send workflow) get warnings that stop the export.
+TEST_F(FloorWritersTest, StrictModeWarnsAndStopsWithoutAsking) {
+  Open();
+  SetFloorArea(0);
+  for (int code : {0, 1, 3}) {
+    const size_t before = terminal_.out.size();
+    fx::exports::Exporter().Export(code, Path("strict.out"), 1);
+    EXPECT_EQ(terminal_.out.substr(before), "\n[Warning] Floor Area is zero. [OK] -> OK") << code;
+    EXPECT_FALSE(fx::exports::Exporter().history().back().written);
+  }
+  RemoveRecord(fx::rooms::kFloorOutlineName);
+  const size_t before = terminal_.out.size();
+  fx::exports::Exporter().Export(1, Path("strict.out"), 1);
+  EXPECT_EQ(terminal_.out.substr(before), "\n[Warning] No Floor Area Found. [OK] -> OK");
+  EXPECT_FALSE(std::filesystem::exists(Path("strict.out")));
+}
+
+TEST_F(FloorWritersTest, NoToTheMissingFloorQuestionLeavesTheFileAsItWas) {
+  Open();
+  RemoveRecord(fx::rooms::kFloorOutlineName);
+  for (const char* keyword : {"xml", "planvault", "drawing"}) {
+    const std::string path = Path(std::string("kept.") + keyword);
+    std::ofstream(path) << "old";
+    const std::string transcript = Export(path, keyword);
+    EXPECT_NE(transcript.find("\n[Warning] No Floor Area Polyline Found.\nDo you want to continue? [Yes/No] -> No"),
+              std::string::npos)
+        << transcript;
+    EXPECT_EQ(ReadFile(path), "old") << keyword;
+    EXPECT_EQ(transcript.find("Exported"), std::string::npos);
+  }
+}
+
+TEST_F(FloorWritersTest, YesToTheMissingFloorQuestionLeavesTheFloorEmpty) {
+  Open(FloorDrawing(), Answers({"No Floor Area Polyline Found.\\nDo you want to continue?=Yes"}));
+  RemoveRecord(fx::rooms::kFloorOutlineName);
+  std::unique_ptr<pugi::xml_document> v1 = Parse(ExportText("xml"));
+  const pugi::xml_node floor = v1->child("FLOOR");
+  EXPECT_EQ(AttributeNames(floor), (std::vector<std::string>{"xmlns", "AREA"}));
+  EXPECT_STREQ(floor.attribute("AREA").value(), "");
+  EXPECT_FALSE(floor.child("point"));
+  EXPECT_EQ(floor.child("ROOMS").select_nodes("ROOM").size(), 6u);
+  std::unique_ptr<pugi::xml_document> document = Parse(ExportText("planvault"));
+  const pugi::xml_node floor_element = document->child("file").child("floor");
+  EXPECT_EQ(AttributeNames(floor_element), (std::vector<std::string>{"area", "path"}));
+  EXPECT_STREQ(floor_element.attribute("area").value(), "");
+  EXPECT_STREQ(floor_element.attribute("path").value(), "");
+}
+
+// Texts from the drawing pass through one cleaning function: whatever a
+// record holds, both floor files stay well formed.
+TEST_F(FloorWritersTest, NastyRecordTextsGiveWellFormedFiles) {
+  const struct {
+    const char* stored;
+    const char* read_back;
+  } kCases[] = {
+      {"a\x01" "b", "ab"},                    // a control character is dropped
+      {"tab\there", "tab here"},             // tab and line ends become blanks
+      {"line\r\nend", "line  end"},
+      {"bad \xff byte", "bad \xEF\xBF\xBD byte"},  // invalid UTF-8 becomes U+FFFD
+      {"<&>\"'", "<&>\"'"},                 // markup is escaped by the writer
+      {"\xEF\xBF\xBE", "\xEF\xBF\xBD"},     // U+FFFE is no XML character
+      {"R\xC3\xA9serve", "R\xC3\xA9serve"},   // UTF-8 stays as it is
+  };
+  for (const auto& c : kCases) {
+    s::SetSettingInt(s::kSaveAllAttributes, 1, s::kSectionExportOptions);
+    Open();
+    const AcDbObjectId id = RecordNamed("A1");
+    fx::rooms::RoomRecord record;
+    ASSERT_TRUE(fx::rooms::ReadRoomRecord(id, &record));
+    record.name = record.category = record.description = record.comment = c.stored;
+    ASSERT_EQ(fx::rooms::SetXData(id, record), Acad::eOk);
+    const pugi::xml_node room = Parse(ExportText("xml"))->child("FLOOR").child("ROOMS").first_child();
+    for (const char* name : {"NUMBER", "TYPE", "DESCRIPTION", "COMMENT"}) {
+      EXPECT_STREQ(room.attribute(name).value(), c.read_back) << name;
+    }
+    const pugi::xml_node element = Parse(ExportText("planvault"))->child("file").child("rooms").first_child();
+    for (const char* name : {"name", "type", "description", "comment"}) {
+      EXPECT_STREQ(element.attribute(name).value(), c.read_back) << name;
+    }
+  }
+}
+
+TEST_F(FloorWritersTest, ADrawingWithoutRoomsHasAnEmptyRoomList) {
+  Open();
+  for (const char* name : {"A1", "B2", "C3", "D4", "E5", "F6"}) RemoveRecord(name);
+  const std::string v1 = ExportText("xml");
+  EXPECT_NE(v1.find("<point x=\"0.0000\" y=\"10.0000\"/><ROOMS/></FLOOR>"), std::string::npos) << v1;
+  const std::string document = ExportText("planvault");
+  EXPECT_NE(document.find("\"/><rooms/><layouts>"), std::string::npos);
+}
+
+TEST_F(FloorWritersTest, TheFloorDocumentHasFloorRoomsLayersMatricesAndTheSvgInOrder) {
+  Open();
+  const std::string text = ExportText("planvault");
+  const std::string head = FloorDocumentHead(FloorDrawing());
+  EXPECT_EQ(text.substr(0, head.size()), head);
+  std::unique_ptr<pugi::xml_document> document = Parse(text);
+  std::vector<std::string> children;
+  for (pugi::xml_node child : document->child("file").children()) children.push_back(child.name());
+  EXPECT_EQ(children, (std::vector<std::string>{"floor", "rooms", "layouts", "svg"}));
+  EXPECT_EQ(text.substr(text.size() - 13), "</svg></file>");
+}
+
+// `empty` is "true" exactly when no element of the SVG carries the layer's
+// id as ss:lid (checked here by walking every element, not by XPath).
+TEST_F(FloorWritersTest, EmptyLayersAreThoseWithoutElementsInTheSvg) {
+  for (const std::string& drawing : {FloorDrawing(), SampleFloor()}) {
+    Open(drawing);
+    std::unique_ptr<pugi::xml_document> document = Parse(ExportText("planvault"));
+    std::set<std::string> drawn;
+    struct Walker : pugi::xml_tree_walker {
+      std::set<std::string>* ids;
+      bool for_each(pugi::xml_node& node) override {
+        if (pugi::xml_attribute lid = node.attribute("ss:lid")) ids->insert(lid.value());
+        return true;
+      }
+    } walker;
+    walker.ids = &drawn;
+    document->child("file").child("svg").traverse(walker);
+    size_t layers = 0, empty = 0;
+    for (const pugi::xpath_node& found : document->select_nodes("/file/layouts/layout/layers/layer")) {
+      const pugi::xml_node layer = found.node();
+      const bool has = drawn.count(layer.attribute("id").value()) != 0;
+      EXPECT_STREQ(layer.attribute("empty").value(), has ? "false" : "true") << layer.attribute("name").value();
+      ++layers;
+      empty += has ? 0 : 1;
+    }
+    EXPECT_GT(layers, empty) << drawing;
+    EXPECT_GT(empty, 0u) << drawing;
+  }
+}
+
+TEST_F(FloorWritersTest, UnitsAreNamedButCoordinatesAreNotScaled) {
+  const struct {
+    AcDb::UnitsValue units;
+    const char* name;
+  } kCases[] = {{AcDb::kUnitsDecimeters, "meters"}, {AcDb::kUnitsFeet, "feet"}, {AcDb::kUnitsParsecs, "inches"}};
+  for (const auto& c : kCases) {
+    Open();
+    ASSERT_EQ(db().setInsunits(c.units), Acad::eOk);
+    std::unique_ptr<pugi::xml_document> document = Parse(ExportText("planvault"));
+    EXPECT_STREQ(document->child("file").attribute("defaultUnits").value(), c.name);
+    EXPECT_STREQ(document->child("file").child("floor").attribute("path").value(),
+                 "[0.0000,0.0000],[20.0000,0.0000],[20.0000,10.0000],[0.0000,10.0000]");
+  }
+}
+
+// "Drawing Position" and the frame it gives: the matrices and the view box.
+TEST_F(FloorWritersTest, DrawingPositionChoosesTheFrame) {
+  const struct {
+    int position;
+    const char* layer;
+    const char* a2svg;
+    const char* svg2a;
+    const char* view_box;
+  } kCases[] = {
+      {0, "", "1 0 0 -1 3 11", "1 0 0 -1 -3 11", "0 0 24 13"},
+      {2, "Frame", "1 0 0 -1 1 11", "1 0 0 -1 -1 11", "0 0 22 12"},  // the point before it is skipped
+      {2, "PointOnly", "1 0 0 -1 -30 35", "1 0 0 -1 30 35", "0 0 40 20"},
+      {2, "NoSuchLayer", "1 0 0 -1 -30 35", "1 0 0 -1 30 35", "0 0 40 20"},
+      {2, "", "1 0 0 -1 -30 35", "1 0 0 -1 30 35", "0 0 40 20"},
+      {1, "Frame", "1 0 0 -1 -30 35", "1 0 0 -1 30 35", "0 0 40 20"},
+      {7, "", "1 0 0 -1 -30 35", "1 0 0 -1 30 35", "0 0 40 20"},
+  };
+  for (const auto& c : kCases) {
+    s::SetSettingInt(s::kDrawingPosition, c.position, s::kSectionExportOptions);
+    s::SetSettingString(s::kViewboxPolyExtLayer, c.layer, s::kSectionExportOptions);
+    Open();
+    std::unique_ptr<pugi::xml_document> document = Parse(ExportText("planvault"));
+    for (const auto& [type, expected] : {std::pair{"A2SVG", c.a2svg}, std::pair{"SVG2A", c.svg2a}}) {
+      const pugi::xml_node matrix =
+          document->select_node((std::string("//matrix[@type='") + type + "']").c_str()).node();
+      EXPECT_EQ(AttributeNames(matrix), (std::vector<std::string>{"type", "a", "b", "c", "d", "e", "f"}));
+      std::string coefficients;
+      for (const char* name : {"a", "b", "c", "d", "e", "f"}) {
+        coefficients += (coefficients.empty() ? "" : " ") + std::string(matrix.attribute(name).value());
+      }
+      EXPECT_EQ(coefficients, expected) << c.position << " " << c.layer << " " << type;
+    }
+    EXPECT_STREQ(document->child("file").child("svg").attribute("viewBox").value(), c.view_box);
+  }
+}
+
+// Every entity lies outside the active view: the renderer writes nothing,
+// and every layer is empty.
+TEST_F(FloorWritersTest, LayersWhoseEntitiesLieOutsideTheFrameAreEmpty) {
+  s::SetSettingInt(s::kDrawingPosition, 1, s::kSectionExportOptions);
+  Open();
+  std::unique_ptr<pugi::xml_document> document = Parse(ExportText("planvault"));
+  size_t layers = 0;
+  for (const pugi::xpath_node& found : document->select_nodes("//layer")) {
+    const pugi::xml_node layer = found.node();
+    EXPECT_STREQ(layer.attribute("empty").value(), "true") << layer.attribute("name").value();
+    ++layers;
+  }
+  EXPECT_EQ(layers, 12u);
+}
+
+// Position 1 needs the active view: without it nothing is written, and the
+// failing step is named.
+TEST_F(FloorWritersTest, ADrawingWithoutActiveViewportFailsInPositionOne) {
+  s::SetSettingInt(s::kDrawingPosition, 1, s::kSectionExportOptions);
+  const struct {
+    const char* drawing;
+    const char* message;
+  } kCases[] = {
+      {"no_view.dxf", "\npDb->getViewportTable(pViewPortTable, AcDb::kForRead) = eKeyNotFound"},
+      {"no_active.dxf", "\npViewPortTable->getAt(_T(\"*ACTIVE\"), idViewport) = eKeyNotFound"},
+  };
+  for (const auto& c : kCases) {
+    Open(std::string(FX_EXPORT_TEST_DATA) + "/" + c.drawing,
+         Answers({"No Floor Area Polyline Found.\\nDo you want to continue?=Yes"}));
+    for (const char* keyword : {"svg", "svgz", "planvault", "drawing"}) {
+      const std::string path = Path(std::string("none.") + keyword);
+      const std::string transcript = Export(path, keyword);
+      EXPECT_NE(transcript.find(c.message), std::string::npos) << transcript;
+      EXPECT_EQ(transcript.find("Exported"), std::string::npos) << transcript;
+      EXPECT_FALSE(std::filesystem::exists(path)) << c.drawing << " " << keyword;
+    }
+  }
+}
+
+// Position 0 frames the extents and needs no view; a drawing without
+// tables has an empty layer table.
+TEST_F(FloorWritersTest, ADrawingWithoutTablesExportsByItsExtents) {
+  Open(std::string(FX_EXPORT_TEST_DATA) + "/no_view.dxf",
+       Answers({"No Floor Area Polyline Found.\\nDo you want to continue?=Yes"}));
+  EXPECT_STREQ(Parse(ExportText("svg"))->child("svg").attribute("viewBox").value(), "0 0 10 5");
+  const std::string document = ExportText("planvault");
+  EXPECT_NE(document.find(R"(<layouts><layout name="MODELSPACE"><layers/><matrix type="A2SVG" a="1" b="0" c="0" d="-1" e="0" f="5"/>)"),
+            std::string::npos)
+      << document.substr(0, 800);
+}
+
+TEST_F(FloorWritersTest, DrawBoxDrawsTheFrameOutlineLast) {
+  s::SetSettingInt(s::kDrawBox, 1, s::kSectionExportOptions);
+  Open();
+  std::unique_ptr<pugi::xml_document> document = Parse(ExportText("svg"));
+  const pugi::xml_node last = document->child("svg").child("g").last_child();
+  EXPECT_STREQ(last.name(), "polygon");
+  EXPECT_STREQ(last.attribute("points").value(), "0,13 0,0 24,0 24,13");
+}
+
+// The plain SVG formats carry no program attributes; the floor documents do.
+TEST_F(FloorWritersTest, OnlyTheFloorDocumentsCarryProgramAttributes) {
+  Open();
+  EXPECT_EQ(ExportText("svg").find("ss:lid="), std::string::npos);
+  EXPECT_NE(ExportText("planvault").find("ss:lid="), std::string::npos);
+}
+
+TEST_F(FloorWritersTest, CompressedFormatsAreGzipOfThePlainOnes) {
+  Open();
+  for (const auto& [compressed, plain, flags] : {std::tuple{"drawing", "planvault", 2}, std::tuple{"svgz", "svg", 0}}) {
+    const std::string path = Path(std::string("out.") + compressed);
+    Export(path, compressed);
+    const std::string bytes = ReadFile(path);
+    ASSERT_GT(bytes.size(), 10u);
+    // Byte 8 of the gzip header: 2 for the best compression ("wb9"), 0 for
+    // level 6 ("wb6f").
+    EXPECT_EQ(static_cast<int>(bytes[8]), flags) << compressed;
+    EXPECT_EQ(Gunzip(path), ExportText(plain)) << compressed;
+  }
+}
+
+TEST(DrawingFileSize, TheWarningStartsAboveSixHundredKilobytes) {
+  EXPECT_FALSE(fx::exports::IsLargeDrawingFile(0));
+  EXPECT_FALSE(fx::exports::IsLargeDrawingFile(614400));
+  EXPECT_TRUE(fx::exports::IsLargeDrawingFile(614401));
+}
+
+}  // namespace
+}  // namespace fx::export_test
