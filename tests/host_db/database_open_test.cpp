@@ -124,3 +124,19 @@ TEST(DatabaseOpenTest, AnErasedLayerGivesItsNameBack) {
   layers->close();
   EXPECT_NE(again_id, walls);
 }
+
+TEST(DatabaseOpenTest, NewEntitiesTakeTheWorkingDatabaseDefaults) {
+  auto path = WriteDrawing("defaults.dxf",
+                           "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n9\n$CLAYER\n8\nWalls\n9\n$TEXTSIZE\n40\n3.5\n"
+                           "0\nENDSEC\n0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nLAYER\n70\n2\n0\nLAYER\n2\n0\n70\n0\n62\n7\n"
+                           "0\nLAYER\n2\nWalls\n70\n0\n62\n1\n0\nENDTAB\n0\nENDSEC\n0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n");
+  auto db = Load(path);
+  ASSERT_NE(db, nullptr);
+  fx::dxf::SetWorkingDatabase(db.get());
+  AcDbText text(AcGePoint3d(1, 1, 0), "A.01");
+  AcDbText sized(AcGePoint3d(1, 1, 0), "A.02", AcDbObjectId(), 1.25);
+  fx::dxf::SetWorkingDatabase(nullptr);
+  EXPECT_EQ(text.layer(), "Walls");
+  EXPECT_EQ(text.height(), 3.5);
+  EXPECT_EQ(sized.height(), 1.25);
+}

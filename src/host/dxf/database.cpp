@@ -232,6 +232,24 @@ std::unique_ptr<AcDbDatabase> ReadDrawing(const std::string& path, std::string* 
 
 void SetWorkingDatabase(AcDbDatabase* database) { Services().set_working(database); }
 
+void ApplyWorkingDatabaseDefaults(TagList& tags) {
+  AcDbDatabase* db = acdbHostApplicationServices()->workingDatabase();
+  TagList::Range entity = tags.Subclass("AcDbEntity");
+  if (db == nullptr || entity.empty()) return;
+  const AcDbImpDatabase& imp = *db->impl();
+  // Values of new objects are UTF-8 until they join a drawing.
+  std::string_view layer = GetHeaderValue(imp.document(), "$CLAYER");
+  if (!layer.empty() && imp.document().codec().Decode(layer) != "0")
+    tags.SetString(8, imp.document().codec().Decode(layer), entity);
+  std::string_view type = tags.type();
+  if (type != "TEXT" && type != "MTEXT" && type != "ATTDEF" && type != "ATTRIB") return;
+  TagList::Range text = tags.Subclass(type == "MTEXT" ? "AcDbMText" : "AcDbText");
+  size_t height = tags.Find(40, text);
+  double size = ParseDouble(GetHeaderValue(imp.document(), "$TEXTSIZE")).value_or(0);
+  if (height != TagList::kNotFound && ParseDouble(tags[height].value).value_or(0) == 0 && size > 0)
+    tags.SetValue(height, FormatDouble(size));
+}
+
 const TextCodec& CodecOf(const AcDbObject& object) {
   static const TextCodec kUtf8 = TextCodec::Utf8();
   return object.impl()->database() ? object.impl()->database()->codec() : kUtf8;

@@ -14,13 +14,21 @@
 #include "host/dxf/db_stub.h"
 #include "host/dxf/tag_list.h"
 
+namespace fx::dxf {
+void ApplyWorkingDatabaseDefaults(TagList& tags);
+}  // namespace fx::dxf
+
 class AcDbImpObject {
  public:
   // An object opened from the database.
   AcDbImpObject(AcDbStub* stub, AcDb::OpenMode mode, fx::dxf::TagList tags)
       : stub_(stub), mode_(mode), tags_(std::move(tags)) {}
-  // A new object not in any database: its tags start with the 0-tag of its type.
-  explicit AcDbImpObject(fx::dxf::TagList tags) : tags_(std::move(tags)) {}
+  // A new object not in any database: its tags start with the 0-tag of its
+  // type. A new entity takes the working database's defaults, as in the
+  // editor: the current layer, and for texts of no height the default height.
+  explicit AcDbImpObject(fx::dxf::TagList tags) : tags_(std::move(tags)) {
+    fx::dxf::ApplyWorkingDatabaseDefaults(tags_);
+  }
 
   AcDbStub* stub() const { return stub_; }
   AcDbImpDatabase* database() const { return stub_ ? stub_->database : nullptr; }
