@@ -225,11 +225,13 @@ TEST_F(FloorWritersTest, NastyRecordTextsGiveWellFormedFiles) {
     ASSERT_TRUE(fx::rooms::ReadRoomRecord(id, &record));
     record.name = record.category = record.description = record.comment = c.stored;
     ASSERT_EQ(fx::rooms::SetXData(id, record), Acad::eOk);
-    const pugi::xml_node room = Parse(ExportText("xml"))->child("FLOOR").child("ROOMS").first_child();
+    const std::unique_ptr<pugi::xml_document> v1 = Parse(ExportText("xml"));
+    const pugi::xml_node room = v1->child("FLOOR").child("ROOMS").first_child();
     for (const char* name : {"NUMBER", "TYPE", "DESCRIPTION", "COMMENT"}) {
       EXPECT_STREQ(room.attribute(name).value(), c.read_back) << name;
     }
-    const pugi::xml_node element = Parse(ExportText("planvault"))->child("file").child("rooms").first_child();
+    const std::unique_ptr<pugi::xml_document> document = Parse(ExportText("planvault"));
+    const pugi::xml_node element = document->child("file").child("rooms").first_child();
     for (const char* name : {"name", "type", "description", "comment"}) {
       EXPECT_STREQ(element.attribute(name).value(), c.read_back) << name;
     }
