@@ -51,32 +51,38 @@ class GzipWriter : public pugi::xml_writer {
 
 }  // namespace
 
-bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error) {
+bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path, const char* gzip_mode,
+                     std::string* error) {
   TempFile file(path);
   if (!file.ok()) return Report(error, file.error());
-  FileWriter writer(file);
-  WriteDocument(document, writer);
-  if (!writer.ok() || !file.Commit()) return Report(error, file.error());
+  if (gzip_mode == nullptr) {
+    FileWriter writer(file);
+    WriteDocument(document, writer);
+    if (!writer.ok()) return Report(error, file.error());
+  } else {
+    // zlib gets its own descriptor: gzclose closes it, the file keeps its
+    // own for the flush to disk and the rename.
+    const int fd = file.Duplicate();
+    gzFile gz = fd >= 0 ? gzdopen(fd, gzip_mode) : nullptr;
+    if (gz == nullptr) {
+      TempFile::CloseDuplicate(fd);
+      return Report(error, path + ": cannot start compressing");
+    }
+    GzipWriter writer(gz);
+    WriteDocument(document, writer);
+    const bool closed = gzclose(gz) == Z_OK;
+    if (!writer.ok() || !closed) return Report(error, path + ": cannot write the compressed text");
+  }
+  if (!file.Commit()) return Report(error, file.error());
   return true;
 }
 
+bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error) {
+  return SaveXmlDocument(document, path, nullptr, error);
+}
+
 bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error) {
-  TempFile file(path);
-  if (!file.ok()) return Report(error, file.error());
-  // zlib gets its own descriptor: gzclose closes it, the file keeps its own
-  // for the flush to disk and the rename.
-  const int fd = file.Duplicate();
-  gzFile gz = fd >= 0 ? gzdopen(fd, "wb6f") : nullptr;
-  if (gz == nullptr) {
-    TempFile::CloseDuplicate(fd);
-    return Report(error, path + ": cannot start compressing");
-  }
-  GzipWriter writer(gz);
-  WriteDocument(document, writer);
-  const bool closed = gzclose(gz) == Z_OK;
-  if (!writer.ok() || !closed) return Report(error, path + ": cannot write the compressed text");
-  if (!file.Commit()) return Report(error, file.error());
-  return true;
+  return SaveXmlDocument(document, path, "wb6f", error);
 }
 
 }  // namespace fx::svg

@@ -11,6 +11,12 @@
 
 namespace fx::svg {
 
+// The document's text, plain or (with a zlib mode such as "wb9") through
+// zlib's gzip file interface. False with *error (when given) set to a
+// message naming the file on failure. The floor document files use it too.
+bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path, const char* gzip_mode,
+                     std::string* error = nullptr);
+
 // ".svg": the document's UTF-8 text. False with *error (when given) set to
 // a message naming the file on failure.
 bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error = nullptr);
