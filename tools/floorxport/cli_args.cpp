@@ -1,5 +1,6 @@
 #include "cli_args.h"
 
+#include <cstdio>
 #include <cstring>
 
 namespace fx::cli {
@@ -62,6 +63,29 @@ bool ParseArgs(std::span<const std::string> args, std::span<const OptionDefiniti
 
 bool Is(const ParsedOption& option, const char* long_name) {
   return std::strcmp(option.definition->long_name, long_name) == 0;
+}
+
+std::optional<int> ParseDrawingAndOutput(std::span<const std::string> args, const char* command,
+                                         const char* usage, std::string* drawing,
+                                         std::optional<std::string>* output) {
+  static constexpr OptionDefinition kOptions[] = {{"-o", "--output", true}, {"-h", "--help", false}};
+  ParsedArgs parsed;
+  std::string error;
+  const bool parsed_ok = ParseArgs(args, kOptions, parsed, &error);
+  for (const ParsedOption& option : parsed.options) {
+    if (Is(option, "--help")) {
+      std::fputs(usage, stdout);
+      return kExitOk;
+    }
+    if (Is(option, "--output")) *output = option.value;
+  }
+  if (parsed_ok && parsed.positional.size() != 1) error = std::string(command) + " takes one DRAWING";
+  if (!parsed_ok || parsed.positional.size() != 1) {
+    std::fprintf(stderr, "floorxport: %s\nRun \"floorxport %s --help\" for usage.\n", error.c_str(), command);
+    return kExitUsage;
+  }
+  *drawing = parsed.positional.front();
+  return std::nullopt;
 }
 
 }  // namespace fx::cli

@@ -3,6 +3,7 @@
 #ifndef FLOORXPORT_TOOLS_FLOORXPORT_CLI_ARGS_H_
 #define FLOORXPORT_TOOLS_FLOORXPORT_CLI_ARGS_H_
 
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -38,6 +39,14 @@ bool ParseArgs(std::span<const std::string> args, std::span<const OptionDefiniti
 
 // True when the option given is `definition`'s (compared by its long name).
 bool Is(const ParsedOption& option, const char* long_name);
+
+// The arguments of a subcommand that takes one DRAWING and an optional
+// "-o FILE". Returns the exit status to end with when --help was asked
+// (usage printed) or the arguments are wrong (reported on stderr); nothing
+// when *drawing and *output are set.
+std::optional<int> ParseDrawingAndOutput(std::span<const std::string> args, const char* command,
+                                         const char* usage, std::string* drawing,
+                                         std::optional<std::string>* output);
 
 }  // namespace fx::cli
 

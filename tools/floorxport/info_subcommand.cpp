@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,8 +35,6 @@ Options:
 )";
 
 namespace {
-
-constexpr OptionDefinition kInfoOptions[] = {{"-o", "--output", true}, {"-h", "--help", false}};
 
 // Up to four decimals, without trailing zeros: "1213.3214", "0", "-2.5".
 std::string Number(double value) {
@@ -129,24 +128,10 @@ std::string Describe(AcDbDatabase& database, const std::string& path) {
 }  // namespace
 
 int InfoSubcommand(std::span<const std::string> args) {
-  ParsedArgs parsed;
-  std::string error;
-  const bool parsed_ok = ParseArgs(args, kInfoOptions, parsed, &error);
+  std::string path;
   std::optional<std::string> output;
-  for (const ParsedOption& option : parsed.options) {
-    if (Is(option, "--help")) {
-      std::fputs(kInfoUsage, stdout);
-      return kExitOk;
-    }
-    if (Is(option, "--output")) output = option.value;
-  }
-  if (parsed_ok && parsed.positional.size() != 1) error = "info takes one DRAWING";
-  if (!parsed_ok || parsed.positional.size() != 1) {
-    std::fprintf(stderr, "floorxport: %s\nRun \"floorxport info --help\" for usage.\n",
-                 error.c_str());
-    return kExitUsage;
-  }
-  const std::string& path = parsed.positional.front();
+  if (std::optional<int> status = ParseDrawingAndOutput(args, "info", kInfoUsage, &path, &output)) return *status;
+  std::string error;
   std::unique_ptr<fx::console::Terminal> terminal = fx::console::MakeProcessTerminal();
   fx::console::Console console(*terminal, fx::console::AnswerPolicy());
   fx::console::CommandRunner runner(console, fx::console::Commands());

@@ -36,8 +36,6 @@ Options:
 
 namespace {
 
-constexpr OptionDefinition kRoomsOptions[] = {{"-o", "--output", true}, {"-h", "--help", false}};
-
 using Cells = std::array<std::string, fx::rooms::kRoomListColumnCount>;
 
 // Characters, not bytes, so that names in UTF-8 line up.
@@ -78,24 +76,10 @@ std::string Table(const std::vector<Cells>& rows) {
 }  // namespace
 
 int RoomsSubcommand(std::span<const std::string> args) {
-  ParsedArgs parsed;
-  std::string error;
-  const bool parsed_ok = ParseArgs(args, kRoomsOptions, parsed, &error);
+  std::string path;
   std::optional<std::string> output;
-  for (const ParsedOption& option : parsed.options) {
-    if (Is(option, "--help")) {
-      std::fputs(kRoomsUsage, stdout);
-      return kExitOk;
-    }
-    if (Is(option, "--output")) output = option.value;
-  }
-  if (parsed_ok && parsed.positional.size() != 1) error = "rooms takes one DRAWING";
-  if (!parsed_ok || parsed.positional.size() != 1) {
-    std::fprintf(stderr, "floorxport: %s\nRun \"floorxport rooms --help\" for usage.\n",
-                 error.c_str());
-    return kExitUsage;
-  }
-  const std::string& path = parsed.positional.front();
+  if (std::optional<int> status = ParseDrawingAndOutput(args, "rooms", kRoomsUsage, &path, &output)) return *status;
+  std::string error;
   std::unique_ptr<fx::console::Terminal> terminal = fx::console::MakeProcessTerminal();
   fx::console::Console console(*terminal, fx::console::AnswerPolicy());
   fx::console::CommandRunner runner(console, fx::console::Commands());
