@@ -11,6 +11,7 @@
 #include "rooms/replace_block.h"
 #include "rooms/room_list.h"
 #include "rooms/convert_command.h"
+#include "server/exchange_commands.h"
 
 namespace fx::app {
 namespace {
@@ -36,8 +37,8 @@ constexpr AcRxCommandEntry kCommands[] = {
     Row("_addmarker", "vantoryaddmarker", kTransparent, rooms::AddMarker),
     Row("_ReplaceBlock", "vantoryReplaceBlock", kModal, rooms::ReplaceBlock),
     Row("_ShowAbout", "vantoryShowAbout", kModal, ShowAbout),
-    Row("_OpenFrom", "vantoryOpenFrom", kModal, OpenFrom),
-    Row("_SendTo", "vantorySendTo", kModal, SendTo),
+    Row("_OpenFrom", "vantoryOpenFrom", kModal, fx::server::OpenFromCommand),
+    Row("_SendTo", "vantorySendTo", kModal, fx::server::SendToCommand),
     Row("_DrawingOverkill", "vantoryDrawingOverkill", kModal, DrawingOverkill),
     Row("_DrawingAudit", "vantoryDrawingAudit", kModal, DrawingAudit),
     Row("_DrawingPurge", "vantoryDrawingPurge", kModal, DrawingPurge),

@@ -1,20 +1,25 @@
 #include "app/drawing_sender.h"
 
+#include "server/send_to.h"
+#include "server/service_errors.h"
+
 namespace fx::app {
 namespace {
 
-constexpr const char* kSupportTelephone = "+1 555 010 0199";
-
-SendOutcome SendNotAvailable(AcDbDatabase*) {
-  return {-1, "Sending drawings to Vantory is not available yet."};
+// The send the close question offers: no dialogs, the server and floor of
+// the drawing record, and no save of its own.
+SendOutcome SendToRecordedFloor(AcDbDatabase* database) {
+  SendOutcome outcome;
+  outcome.result = fx::server::SendTo(database, outcome.text, false, false);
+  return outcome;
 }
 
-DrawingSender g_sender = SendNotAvailable;
+DrawingSender g_sender = SendToRecordedFloor;
 
 }  // namespace
 
 void SetDrawingSender(DrawingSender sender) {
-  g_sender = sender != nullptr ? sender : SendNotAvailable;
+  g_sender = sender != nullptr ? sender : SendToRecordedFloor;
 }
 
 SendOutcome SendDrawing(AcDbDatabase* database) { return g_sender(database); }
@@ -26,8 +31,7 @@ std::string SendOutcomeMessage(const SendOutcome& outcome) {
 }
 
 std::string ServiceErrorReport(std::string_view details) {
-  return std::string("An unexpected error occurred. Please contact Vantory at ") +
-         kSupportTelephone + "\n\nError details:\n" + std::string(details);
+  return fx::server::ServiceErrorReport(details);
 }
 
 }  // namespace fx::app

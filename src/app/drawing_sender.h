@@ -1,8 +1,7 @@
 // Sending a drawing back to the Vantory server it belongs to, as the drawing
 // reactor offers when a changed drawing closes, and the message that tells
-// the user how it went. The server module provides the send operation; until
-// it does, every send fails with "Sending drawings to Vantory is not
-// available yet.".
+// the user how it went. The send is the server module's Send to without
+// dialogs; tests may put another in its place.
 #ifndef FLOORXPORT_APP_DRAWING_SENDER_H_
 #define FLOORXPORT_APP_DRAWING_SENDER_H_
 
@@ -25,8 +24,7 @@ struct SendOutcome {
 
 using DrawingSender = SendOutcome (*)(AcDbDatabase* database);
 
-// Replaces the send operation; nullptr restores the one that is not
-// available yet.
+// Replaces the send operation; nullptr restores Send to.
 void SetDrawingSender(DrawingSender sender);
 SendOutcome SendDrawing(AcDbDatabase* database);
 

@@ -4,10 +4,14 @@
 #include "app/drawing_reactor.h"
 #include "app/plugin_menu.h"
 #include "app/server_progress.h"
+#include "app/transfer_progress.h"
 #include "app/update_check.h"
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/editor.h"
+#include "server/client_cache.h"
+#include "server/log_in.h"
+#include "server/log_in_prompt.h"
 #include "settings/duplicate_names_flag.h"
 
 namespace fx::app {
@@ -22,6 +26,12 @@ void StartProgress(const char* label) {
 void SetProgress(int percent) {
   acedSetStatusBarProgressMeterPos(percent);
   if (percent == 100) acedRestoreStatusBar();
+}
+
+// The service clients report through the application's progress seam.
+void ServerStatus(const char* text) {
+  SetTransferStatus(text);
+  ReportServerProgressStart(text);
 }
 
 }  // namespace
@@ -41,6 +51,9 @@ AcRx::AppRetCode CFloorXportApp::On_kInitAppMsg(void* packet) {
     acedEditor()->addReactor(reactor_.get());
   }
   SetServerProgressCallbacks({StartProgress, SetProgress});
+  fx::server::SetCallbacks(ServerStatus, ReportServerProgressPosition);
+  fx::server::SetTransferCallback(ReportTransfer);
+  fx::server::SetLogInPrompt(fx::server::AskLogIn);
   // The duplicate-name flag is mirrored in memory for the room analysis.
   fx::settings::LoadAutoResolveDuplicateNames();
   return result;
@@ -54,6 +67,9 @@ AcRx::AppRetCode CFloorXportApp::On_kUnloadAppMsg(void* packet) {
     reactor_.reset();
   }
   SetServerProgressCallbacks({});
+  fx::server::SetCallbacks(nullptr, nullptr);
+  fx::server::SetTransferCallback(nullptr);
+  fx::server::SetLogInPrompt(nullptr);
   return result;
 }
 

@@ -10,8 +10,6 @@ void PrintNotAvailable(const char* command_name) {
 
 void ExportOptionsDialog() { PrintNotAvailable("vantoryexpdlg"); }
 void ConvertDialog() { PrintNotAvailable("vantorconvertdlg"); }
-void OpenFrom() { PrintNotAvailable("vantoryOpenFrom"); }
-void SendTo() { PrintNotAvailable("vantorySendTo"); }
 void UpdateVantoryData() { PrintNotAvailable("vantoryUpdateVantoryData"); }
 
 }  // namespace fx::app

@@ -11,8 +11,6 @@ void PrintNotAvailable(const char* command_name);
 
 void ExportOptionsDialog();
 void ConvertDialog();
-void OpenFrom();
-void SendTo();
 void UpdateVantoryData();
 
 }  // namespace fx::app

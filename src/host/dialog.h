@@ -21,6 +21,9 @@ struct DialogField {
   Kind kind = kText;
   std::string value;
   std::vector<std::string> items;
+  // Shown to the user but not asked for (a caption, a value the dialog
+  // computes); SetField is never called for it.
+  bool shown_only = false;
 };
 
 enum class DialogAction { kStay, kClose };

@@ -32,6 +32,10 @@ class AcApDocManager {
   virtual int sendStringToExecute(AcApDocument* document, const char* command_line) = 0;
   // Runs `function(data)` in command context once the current command ends.
   virtual int beginExecuteInCommandContext(void (*function)(void*), void* data) = 0;
+  // Opens the drawing at `path` as a new document once the current command
+  // ends (a command cannot open a document itself); it becomes the current
+  // document. Acad::eInvalidInput for a null path.
+  virtual int appContextOpenDocument(const char* path) = 0;
   virtual void addReactor(AcApDocManagerReactor* reactor) = 0;
   virtual void removeReactor(AcApDocManagerReactor* reactor) = 0;
 };

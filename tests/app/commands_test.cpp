@@ -42,8 +42,6 @@ TEST_F(CommandsTest, CommandsNotBuiltYetSaySoAndTheScriptGoesOn) {
   const char* const kPending[] = {
       "vantoryexpdlg",
       "vantorconvertdlg",
-      "vantoryOpenFrom",
-      "vantorySendTo",
       "vantoryUpdateVantoryData",
   };
   fx::console::HostSession session(runner(), modules_);

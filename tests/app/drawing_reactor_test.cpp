@@ -78,9 +78,9 @@ TEST_F(DrawingReactorTest, YesSendsAndShowsTheOutcome) {
   const std::string error_report =
       "\n[Message] An unexpected error occurred. Please contact Vantory at +1 555 010 0199"
       "\n\nError details:\n";
+  // The real send: this drawing's record names no server.
   EXPECT_EQ(OpenAndClose(linked_, true),
-            kQuestion + " -> Yes (--yes)" + error_report +
-                "Sending drawings to Vantory is not available yet. [OK] -> OK");
+            kQuestion + " -> Yes (--yes)" + error_report + "ERROR: Invalid server address. [OK] -> OK");
   const struct {
     fx::app::DrawingSender sender;
     std::string shown;

@@ -110,6 +110,7 @@ std::vector<const char*> RoomCommandAnswers(const std::string& local) {
   if (local == "vantoryZoomToNextEmptyContour") return {""};
   if (local == "vantoryexport") return {""};  // no path: ends without a word
   if (local == "vantoryExportToFile") return {"", "", "Cancel"};  // the save dialog cancelled
+  if (local == "vantoryOpenFrom" || local == "vantorySendTo") return {"", "Cancel"};  // no site
   return {};
 }
 
@@ -163,7 +164,7 @@ TEST_F(ProgramTest, ALinkedDrawingChangedBySavingAsksBeforeItCloses) {
       "\n[Warning] Drawing has been changed.\nWould you like to send updates to Vantory? "
       "[Yes/No] -> Yes"
       "\n[Message] An unexpected error occurred. Please contact Vantory at +1 555 010 0199"
-      "\n\nError details:\nSending drawings to Vantory is not available yet. [OK] -> OK\n";
+      "\n\nError details:\nERROR: Invalid server address. [OK] -> OK\n";
   EXPECT_TRUE(saved.out.ends_with(tail)) << saved.out;
 
   ProgramResult unsaved = Run({"run", linked, "-c", "UNITS 6"});

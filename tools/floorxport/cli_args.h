@@ -14,6 +14,7 @@ namespace fx::cli {
 constexpr int kExitOk = 0;
 constexpr int kExitFailure = 1;  // the work failed: load, command, save
 constexpr int kExitUsage = 2;    // the command line is wrong
+constexpr int kExitCanceled = 2; // the user cancelled a server exchange
 
 struct OptionDefinition {
   const char* short_name;  // "-c", or nullptr

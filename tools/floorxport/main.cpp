@@ -34,6 +34,12 @@ constexpr Subcommand kSubcommands[] = {
      fx::cli::MenuSubcommand},
     {"rooms", "print the room list of an analysed drawing, write its report",
      fx::cli::RoomsSubcommand},
+    {"floors", "list the buildings and floors of a Vantory server", fx::cli::FloorsSubcommand},
+    {"open", "download a floor's drawing from a Vantory server and open it",
+     fx::cli::OpenSubcommand},
+    {"send", "send a drawing and its floor document to a floor of a Vantory server",
+     fx::cli::SendSubcommand},
+    {"servers", "print the server list, or add a server to it", fx::cli::ServersSubcommand},
     {"settings", "list the plug-in's settings, or set one",
      [](std::span<const std::string> args) {
        return fx::settings::RunSettingsCommand({args.begin(), args.end()}, std::cout, std::cerr);

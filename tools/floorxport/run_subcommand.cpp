@@ -161,8 +161,10 @@ bool AddScript(const std::vector<ScriptItem>& items, fx::console::ScriptInput& s
 int RunDrawing(const RunOptions& options) {
   std::unique_ptr<fx::console::Terminal> terminal = fx::console::MakeProcessTerminal();
   fx::console::Console console(*terminal, options.answers);
-  console.SetInteractive(options.script.empty() && terminal->inputIsTerminal());
+  const bool on_terminal = terminal->inputIsTerminal();
+  console.SetInteractive(on_terminal && (options.script.empty() || options.ask_on_terminal));
   fx::console::CommandRunner runner(console, fx::console::Commands());
+  runner.SetStopAtScriptEnd(options.ask_on_terminal);
   fx::console::ModuleRegistry modules;
   RegisterPlugInModules(modules);
   {
@@ -170,7 +172,7 @@ int RunDrawing(const RunOptions& options) {
     std::string error;
     auto warn = [&](const std::string& message) { PrintErr(*terminal, "warning: " + message); };
     if (!AddScript(options.script, console.script(), &error) ||
-        !session.OpenDrawing(options.drawing, &error, warn)) {
+        (!options.without_drawing && !session.OpenDrawing(options.drawing, &error, warn))) {
       runner.AddProblem(error);
     } else {
       runner.RunScript();

@@ -26,6 +26,12 @@ struct RunOptions {
   std::optional<std::string> output;  // -o
   bool save_in_place = false;         // --save
   fx::console::AnswerPolicy answers;
+  // Empty: no drawing is opened (the script's commands may open one).
+  // Subcommands that run without a drawing set it so.
+  bool without_drawing = false;
+  // Questions and dialogs of the script's commands are asked on the terminal
+  // when standard input is one; the run still ends with the script.
+  bool ask_on_terminal = false;
   // Called when the script ran without failing, while the drawing is still
   // open, so a subcommand can read and print what its commands left (the
   // analysis's problem lists). False, with *problem, fails the run: the

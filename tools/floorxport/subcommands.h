@@ -16,6 +16,10 @@ int ExportSubcommand(std::span<const std::string> args);
 int InfoSubcommand(std::span<const std::string> args);
 int MenuSubcommand(std::span<const std::string> args);
 int RoomsSubcommand(std::span<const std::string> args);
+int FloorsSubcommand(std::span<const std::string> args);
+int OpenSubcommand(std::span<const std::string> args);
+int SendSubcommand(std::span<const std::string> args);
+int ServersSubcommand(std::span<const std::string> args);
 
 extern const char kRunUsage[];
 extern const char kAnalyzeUsage[];
@@ -23,6 +27,10 @@ extern const char kExportUsage[];
 extern const char kInfoUsage[];
 extern const char kMenuUsage[];
 extern const char kRoomsUsage[];
+extern const char kFloorsUsage[];
+extern const char kOpenUsage[];
+extern const char kSendUsage[];
+extern const char kServersUsage[];
 
 }  // namespace fx::cli
 

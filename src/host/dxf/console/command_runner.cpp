@@ -37,7 +37,7 @@ CommandRunner::CommandRunner(Console& console, CommandRegistry& registry)
 void CommandRunner::RunScript() {
   for (;;) {
     RunDeferredWork();
-    if (stopped_) return;
+    if (stopped_ || (stop_at_script_end_ && !console_.script().hasPending())) return;
     // On a terminal the prompt comes first; script commands are echoed
     // after it as they are read (and an Enter there shows nothing).
     const bool prompted = console_.interactive() && !console_.script().hasPending();

@@ -59,6 +59,10 @@ class CommandRunner {
   void ExecuteInCommandContext(void (*function)(void*), void* data);
 
   bool failed() const { return !problems_.empty(); }
+  // With true, RunScript returns once the script's lines are used up, even
+  // on a terminal where it would go on reading commands; dialogs and
+  // questions of the script's commands are still asked there.
+  void SetStopAtScriptEnd(bool stop) { stop_at_script_end_ = stop; }
   // One line per problem: "unknown command \"FOO\"; the rest of the script was skipped".
   const std::vector<std::string>& problems() const { return problems_; }
   // Records a problem of the run found outside commands (a failed save).
@@ -82,6 +86,7 @@ class CommandRunner {
   std::vector<std::string> problems_;
   int transparent_depth_ = 0;
   bool stopped_ = false;
+  bool stop_at_script_end_ = false;
 };
 
 // The runner the editor functions use: the one a ScopedRunner installed,

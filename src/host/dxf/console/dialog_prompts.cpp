@@ -137,6 +137,10 @@ void ListItems(const DialogField& field) {
 // False when the input ran out.
 bool AskField(DialogModel& model, size_t index, const DialogField& field) {
   CommandRunner& runner = CurrentRunner();
+  if (field.shown_only) {
+    runner.console().Print("\n" + field.label + ": " + field.value);
+    return true;
+  }
   const bool line = field.kind == DialogField::kText || field.kind == DialogField::kList;
   for (;;) {
     std::string answer;

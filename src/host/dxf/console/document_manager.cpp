@@ -72,6 +72,21 @@ int DocumentManager::beginExecuteInCommandContext(void (*function)(void*), void*
   return Acad::eOk;
 }
 
+int DocumentManager::appContextOpenDocument(const char* path) {
+  if (path == nullptr) return Acad::eInvalidInput;
+  pending_opens_.emplace_back(path);
+  CurrentRunner().ExecuteInCommandContext(
+      [](void* data) {
+        auto* manager = static_cast<DocumentManager*>(data);
+        if (manager->pending_opens_.empty()) return;
+        const std::string next = manager->pending_opens_.front();
+        manager->pending_opens_.erase(manager->pending_opens_.begin());
+        if (manager->opener_) manager->opener_(next);
+      },
+      this);
+  return Acad::eOk;
+}
+
 void DocumentManager::addReactor(AcApDocManagerReactor* reactor) {
   if (reactor == nullptr) return;
   if (std::find(reactors_.begin(), reactors_.end(), reactor) == reactors_.end()) {

@@ -50,6 +50,11 @@ class DocumentManager : public AcApDocManager {
   // means the current one). The line runs when the current command ends.
   int sendStringToExecute(AcApDocument* document, const char* command_line) override;
   int beginExecuteInCommandContext(void (*function)(void*), void* data) override;
+  // Runs the opener set by the session after the current command.
+  int appContextOpenDocument(const char* path) override;
+  // The session's way of opening a drawing from a file: it reports a
+  // drawing that cannot be read as a problem of the run.
+  void SetOpener(std::function<void(const std::string& path)> opener) { opener_ = std::move(opener); }
   // A reactor is notified once however often it is added.
   void addReactor(AcApDocManagerReactor* reactor) override;
   void removeReactor(AcApDocManagerReactor* reactor) override;
@@ -61,6 +66,8 @@ class DocumentManager : public AcApDocManager {
   std::vector<std::unique_ptr<ConsoleDocument>> documents_;  // in order of opening
   ConsoleDocument* current_ = nullptr;
   std::vector<AcApDocManagerReactor*> reactors_;
+  std::function<void(const std::string&)> opener_;
+  std::vector<std::string> pending_opens_;
 };
 
 // The process's document manager; acDocManagerPtr() returns it.

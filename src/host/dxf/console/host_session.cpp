@@ -12,10 +12,15 @@ namespace fx::console {
 HostSession::HostSession(CommandRunner& runner, ModuleRegistry& modules)
     : current_runner_(runner), runner_(runner), modules_(modules) {
   RegisterHostCommands(Commands());
+  Documents().SetOpener([this](const std::string& path) {
+    std::string error;
+    if (!OpenDrawing(path, &error)) runner_.AddProblem(error);
+  });
   if (!modules_.LoadAll()) runner_.AddProblem("a plug-in module could not be loaded");
 }
 
 HostSession::~HostSession() {
+  Documents().SetOpener(nullptr);
   CloseDrawing();
   modules_.UnloadAll();
   RemoveHostCommands(Commands());

@@ -13,6 +13,13 @@ ProgressMeter::ProgressMeter(Terminal& terminal, Clock clock)
     : terminal_(terminal), clock_(std::move(clock)) {}
 
 void ProgressMeter::Start(std::string_view label, int min_pos, int max_pos) {
+  if (active_ && min_pos == min_ && max_pos == max_) {
+    // A new label for the running meter (a transfer's bytes and rate): the
+    // bar stays where it is and shows the label at its next position.
+    label_ = label;
+    drawn_percent_ = -1;
+    return;
+  }
   Hide();
   active_ = true;
   label_ = label;

@@ -28,6 +28,8 @@ class ProgressMeter {
   // `terminal` must outlive the meter.
   explicit ProgressMeter(Terminal& terminal, Clock clock = std::chrono::steady_clock::now);
 
+  // Starts the meter; on a running meter with the same range it only
+  // changes the label.
   void Start(std::string_view label, int min_pos, int max_pos);
   void SetPosition(int pos);
   // Ends the meter and clears the bar.

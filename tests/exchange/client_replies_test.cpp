@@ -1,0 +1,224 @@
+// The service client against replies written the way the real service (a
+// Java web service) writes them, and against the ways a call goes wrong:
+// what it reads, what it reports, and that it never hangs.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "canned_server.h"
+#include "server/client_cache.h"
+#include "server/log_in.h"
+#include "server/service_calls.h"
+#include "server/service_errors.h"
+
+namespace fx::exchange_test {
+namespace {
+
+using fx::server::BuildingEntry;
+
+std::vector<std::string> g_progress;
+
+void RecordStatus(const char* text) { g_progress.push_back(text); }
+void RecordPercent(int percent) { g_progress.push_back(std::to_string(percent)); }
+
+int g_prompts = 0;
+bool PromptCancels(std::string&, std::string&) {
+  ++g_prompts;
+  return false;
+}
+bool PromptAnswers(std::string& user, std::string& password) {
+  ++g_prompts;
+  user = "ana";
+  password = "s3cret";
+  return g_prompts < 2;  // the second 401 is cancelled
+}
+
+class ClientRepliesTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    g_progress.clear();
+    g_prompts = 0;
+    fx::server::SetCallbacks(RecordStatus, RecordPercent);
+    fx::server::SetLogInPrompt(PromptCancels);
+    fx::server::ForgetCredentials();
+  }
+  void TearDown() override {
+    fx::server::SetCallbacks(nullptr, nullptr);
+    fx::server::SetLogInPrompt(nullptr);
+  }
+
+  CannedServer server_;
+};
+
+TEST_F(ClientRepliesTest, ListingIsReadWhateverThePrefixesAndFraming) {
+  const std::string xml = CapturedReply("listing.xml");
+  for (const CannedReply& reply : {PlainReply(xml), ChunkedReply(xml), MtomReply(xml)}) {
+    CannedServer server;
+    server.Push(reply);
+    std::vector<BuildingEntry> buildings;
+    ASSERT_EQ(fx::server::ListBuildingsAndFloors(server.address(), buildings), 0);
+    ASSERT_EQ(buildings.size(), 1u);
+    const BuildingEntry& building = buildings[0];
+    EXPECT_EQ(building.name, "Garibaldi Tower");
+    EXPECT_EQ(building.city, "Lyon");
+    EXPECT_EQ(building.street, "12 rue Garibaldi");
+    EXPECT_EQ(building.state, "Auvergne-Rhône-Alpes");
+    ASSERT_EQ(building.floors.size(), 2u);
+    EXPECT_EQ(building.floors[0].name, "Rez-de-chaussée");
+    EXPECT_EQ(building.floors[0].id, 120);
+    EXPECT_DOUBLE_EQ(building.floors[0].area, 1835.5);
+    EXPECT_TRUE(building.floors[0].dwg_available);
+    EXPECT_EQ(building.floors[0].binary_format, "DWG");
+    // Missing id and dateUpdated read as zero; unknown elements are skipped.
+    EXPECT_EQ(building.floors[1].id, 0);
+    EXPECT_EQ(building.floors[1].name, "Étage 1");
+    EXPECT_FALSE(building.floors[1].has_area);
+  }
+  CannedServer empty;
+  empty.Push(PlainReply(CapturedReply("empty_listing.xml")));
+  std::vector<BuildingEntry> none{BuildingEntry{}};
+  EXPECT_EQ(fx::server::ListBuildingsAndFloors(empty.address(), none), 0);
+  EXPECT_TRUE(none.empty());
+}
+
+TEST_F(ClientRepliesTest, RequestsAreLiteralSoap11WithAnEmptyActionAndNoEncodingStyle) {
+  server_.Push(PlainReply(CapturedReply("create_floor.xml")));
+  int floor = 0;
+  ASSERT_EQ(fx::server::CreateFloor(server_.address(), 12, "Étage 2", floor), 0);
+  EXPECT_EQ(floor, 121);
+  const std::string request = server_.requests().at(0);
+  EXPECT_NE(request.find("POST /external/api/soap/space/drawing/v1 HTTP/1.1"), std::string::npos);
+  EXPECT_NE(request.find("SOAPAction: \"\""), std::string::npos);
+  EXPECT_EQ(request.find("encodingStyle"), std::string::npos);
+  EXPECT_NE(request.find("http://schemas.xmlsoap.org/soap/envelope/"), std::string::npos);
+  EXPECT_NE(request.find("<buildingId>12</buildingId><floorName>Étage 2</floorName>"),
+            std::string::npos);
+}
+
+TEST_F(ClientRepliesTest, MtomDownloadKeepsEveryByteAndReportsProgress) {
+  std::string dwg = "AC1032";
+  for (int i = 0; i < 70000; ++i) dwg += static_cast<char>(i * 7 % 256);  // zeros and CR/LF included
+  server_.Push(MtomReply(CapturedReply("get_dwg_mtom.xml"),
+                         "6f1c2a54-0b1d-4c39-9a51-2b0f5f0c7e21@example.jaxws.sun.com", dwg));
+  std::vector<unsigned char> bytes;
+  ASSERT_EQ(fx::server::DownloadDrawingFile(server_.address(), 120, bytes), 0);
+  EXPECT_EQ(std::string(bytes.begin(), bytes.end()), dwg);
+  EXPECT_EQ(g_progress, (std::vector<std::string>{"Receiving from Vantory", "50", "100"}));
+}
+
+TEST_F(ClientRepliesTest, GetDrawingReportsNoHalfwayMark) {
+  server_.Push(UnauthorizedReply());
+  ProgressDrawingAPIPortBindingProxy* client = fx::server::GetClient(server_.address());
+  ns1__getDrawing request;
+  ns1__getDrawingResponse response;
+  EXPECT_EQ(client->getDrawing(&request, response), 401);
+  EXPECT_EQ(g_progress, (std::vector<std::string>{"Receiving from Vantory", "100"}));
+  EXPECT_FALSE(client->call_in_progress);
+}
+
+// A fault's details start with its reason and have no blank line before
+// the URL; any other failure starts with its class and has one.
+TEST_F(ClientRepliesTest, FaultReportCarriesTheReasonAndTheOperation) {
+  const std::string fault = CapturedReply("fault_not_found.xml");
+  for (const CannedReply& reply : {PlainReply(fault, 500), MtomReply(fault)}) {
+    CannedServer server;
+    server.Push(reply);
+    std::vector<unsigned char> bytes;
+    const int result = fx::server::DownloadDrawingFile(server.address(), 99, bytes);
+    EXPECT_EQ(result, 12);
+    const std::string details = fx::server::CallErrorDetails(server.address(), result, "open_from");
+    EXPECT_EQ(details, "Drawing for floor 99 not found\nError Code: 12.\nError Num: 0.\nURL : 127.0.0.1/"
+                       "external/api/soap/space/drawing/v1\n operation : open_from\n version : " +
+                           fx::server::VersionText() + "\n");
+  }
+}
+
+struct BrokenCase {
+  const char* name;
+  CannedReply reply;
+  const char* class_text;
+};
+
+TEST_F(ClientRepliesTest, EveryBrokenReplyGivesAClassifiedReport) {
+  const std::string listing = CapturedReply("listing.xml");
+  const std::vector<BrokenCase> cases = {
+      {"html 500", PlainReply("<html><body>Internal Server Error</body></html>", 500, "text/html"),
+       "HTTP error occured."},
+      {"not xml", PlainReply("this is not a SOAP reply", 200, "text/xml"), "HTTP error occured."},
+      // The runtime reports what it last read: the end of the stream inside
+      // the body, the HTTP status when the reply ended before its XML.
+      {"cut mid-body", {PlainReply(listing).bytes, 400, false}, "TCP error occured."},
+      {"cut mid-headers", {PlainReply(listing).bytes, 20, false}, "HTTP error occured."},
+      {"wrong namespace", PlainReply(CapturedReply("wrong_namespace.xml")), "HTTP error occured."},
+  };
+  for (const BrokenCase& c : cases) {
+    CannedServer server;
+    server.Push(c.reply);
+    std::vector<BuildingEntry> buildings;
+    const int result = fx::server::ListBuildingsAndFloors(server.address(), buildings);
+    EXPECT_NE(result, 0) << c.name;
+    const std::string details = fx::server::CallErrorDetails(server.address(), result, "refreshing");
+    EXPECT_EQ(details.rfind(std::string(c.class_text) + "\nError Code: " + std::to_string(result), 0), 0u)
+        << c.name << ": " << details;
+    EXPECT_NE(details.find(".\n\nURL : 127.0.0.1/external/api/soap/space/drawing/v1\n operation : refreshing"),
+              std::string::npos) << c.name;
+  }
+}
+
+TEST_F(ClientRepliesTest, ServerDownAndSilentServerAreTcpErrors) {
+  const std::string down = [] {
+    CannedServer gone;
+    return gone.address();
+  }();
+  std::vector<BuildingEntry> buildings;
+  EXPECT_EQ(fx::server::ListBuildingsAndFloors(down, buildings), 28);
+  EXPECT_STREQ(fx::server::ErrorClassText(28), "TCP error occured.");
+
+  server_.Push({"", SIZE_MAX, true});  // accepts, reads, never answers: the 10 s timeout
+  EXPECT_EQ(fx::server::ListBuildingsAndFloors(server_.address(), buildings), -1);
+  EXPECT_STREQ(fx::server::ErrorClassText(-1), "TCP error occured.");
+}
+
+TEST_F(ClientRepliesTest, UnauthorizedPromptsUntilCancelledAndSendsTheCredentialsGiven) {
+  server_.Push(UnauthorizedReply());
+  fx::server::SetLogInPrompt(PromptAnswers);
+  std::vector<BuildingEntry> buildings;
+  const int result = fx::server::ListBuildingsAndFloors(server_.address(), buildings);
+  EXPECT_EQ(result, 401);
+  EXPECT_EQ(g_prompts, 2);
+  EXPECT_STREQ(fx::server::ErrorClassText(result), "HTTP error occured.");
+  const std::vector<std::string> requests = server_.requests();
+  ASSERT_EQ(requests.size(), 2u);
+  EXPECT_EQ(requests[0].find("Authorization:"), std::string::npos);
+  EXPECT_NE(requests[1].find("Authorization: Basic YW5hOnMzY3JldA=="), std::string::npos);
+  EXPECT_EQ(fx::server::RememberedUser(), "ana");
+}
+
+TEST(ClientCacheTest, KeysAreExactAndEachGetsItsOwnClient) {
+  EXPECT_EQ(fx::server::EndpointOf("Default"), "");
+  EXPECT_EQ(fx::server::EndpointOf("default"), "defaultexternal/api/soap/space/drawing/v1");
+  EXPECT_EQ(fx::server::EndpointOf("https://vantory.example/"),
+            "https://vantory.example/external/api/soap/space/drawing/v1");
+  ProgressDrawingAPIPortBindingProxy* one = fx::server::GetClient("https://h.example/");
+  EXPECT_EQ(fx::server::GetClient("https://h.example/"), one);
+  EXPECT_NE(fx::server::GetClient("https://h.example:443/"), one);
+  EXPECT_STREQ(fx::server::GetClient("Default")->soap_endpoint,
+               "https://demo.vantory.example/external/api/soap/space/drawing/v1");
+}
+
+TEST(ErrorClassTest, CodesFallIntoTheirClassesInOrder) {
+  const std::vector<std::pair<int, const char*>> table = {
+      {3, "XML error occured."},  {45, "XML error occured."},  {12, "SOAP error occured."},
+      {39, "SOAP error occured."}, {28, "TCP error occured."},  {-1, "TCP error occured."},
+      {30, "SSL error occured."},  {31, "Zlib error occured."}, {29, "HTTP error occured."},
+      {14, "HTTP error occured."}, {19, "HTTP error occured."}, {599, "HTTP error occured."},
+      {7, "Unknown error occured."}, {600, "Unknown error occured."}};
+  for (const auto& [code, text] : table) EXPECT_STREQ(fx::server::ErrorClassText(code), text) << code;
+  EXPECT_EQ(fx::server::ServiceErrorReport(""),
+            std::string("An unexpected error occurred. Please contact Vantory at ") +
+                fx::server::kSupportTelephone);
+}
+
+}  // namespace
+}  // namespace fx::exchange_test
