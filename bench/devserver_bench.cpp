@@ -1,0 +1,311 @@
+// devserver_bench: upload and download throughput of one large drawing
+// through vantory-devserver over loopback, and the server's peak memory.
+//
+//   devserver_bench SERVER_PROGRAM [--mb N] [--rounds N]
+//
+// Starts the server on a fresh database in a temporary directory (with the
+// demo seed, so floor 2 exists), then for each round stores an N MiB
+// drawing with setDrawing and reads it back with getDWG through the gSOAP
+// client in MTOM mode (the binary goes as an attachment both ways). The
+// first download is compared byte for byte with the upload. Prints the
+// best and median rate of each direction in MiB/s, and the server's peak
+// resident memory (VmHWM) before and after, against the drawing's size.
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "server/soap/service_namespaces.h"
+#include "soapDrawingAPIPortBindingProxy.h"
+#include "soapH.h"
+
+extern char** environ;
+
+namespace {
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+
+constexpr double kMiB = 1024.0 * 1024.0;
+constexpr int kFloor = 2;  // "Level 2" of the demo seed
+
+struct Options {
+  std::string server;
+  int mb = 20;
+  int rounds = 5;
+};
+
+Options ParseOptions(int argc, char** argv) {
+  Options options;
+  for (int i = 1; i < argc; ++i) {
+    const std::string arg = argv[i];
+    if ((arg == "--mb" || arg == "--rounds") && i + 1 < argc) {
+      (arg == "--mb" ? options.mb : options.rounds) = std::max(1, std::atoi(argv[++i]));
+    } else if (options.server.empty() && arg[0] != '-') {
+      options.server = arg;
+    } else {
+      throw std::runtime_error("usage: devserver_bench SERVER_PROGRAM [--mb N] [--rounds N]");
+    }
+  }
+  if (options.server.empty()) {
+    throw std::runtime_error("usage: devserver_bench SERVER_PROGRAM [--mb N] [--rounds N]");
+  }
+  return options;
+}
+
+// The server as a child process, stopped with SIGTERM.
+class ServerProcess {
+ public:
+  ServerProcess(const std::string& program, const fs::path& db) {
+    int out[2];
+    if (pipe(out) != 0) throw std::runtime_error("pipe failed");
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
+    posix_spawn_file_actions_addclose(&actions, out[0]);
+    const std::string db_path = db.string();
+    std::vector<std::string> args = {program, "--db", db_path, "--seed-demo",
+                                     "--port", "0",  "--quiet"};
+    std::vector<char*> argv;
+    for (std::string& arg : args) argv.push_back(arg.data());
+    argv.push_back(nullptr);
+    const int rc = posix_spawn(&pid_, program.c_str(), &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    close(out[1]);
+    if (rc != 0) {
+      close(out[0]);
+      throw std::runtime_error("cannot start " + program + ": " + std::strerror(rc));
+    }
+    // "vantory-devserver: listening on URL"
+    std::string line;
+    char c = 0;
+    while (read(out[0], &c, 1) == 1 && c != '\n') line += c;
+    close(out[0]);
+    const auto at = line.find("listening on ");
+    if (at == std::string::npos) throw std::runtime_error("the server did not start: " + line);
+    url_ = line.substr(at + 13);
+  }
+  ~ServerProcess() {
+    if (pid_ > 0) Stop();
+  }
+
+  const std::string& url() const { return url_; }
+
+  // The server's VmHWM (peak resident set) or VmRSS, in bytes.
+  std::uint64_t Memory(const char* field) const {
+    std::ifstream status("/proc/" + std::to_string(pid_) + "/status");
+    for (std::string line; std::getline(status, line);) {
+      if (line.rfind(field, 0) == 0) return std::strtoull(line.c_str() + std::strlen(field) + 1, nullptr, 10) * 1024;
+    }
+    return 0;
+  }
+
+  // CPU time the server has used, user and system, in seconds.
+  double CpuSeconds() const {
+    std::ifstream stat("/proc/" + std::to_string(pid_) + "/stat");
+    std::string text((std::istreambuf_iterator<char>(stat)), std::istreambuf_iterator<char>());
+    // Fields after the parenthesised command name; utime and stime are the
+    // 14th and 15th fields of the line.
+    std::size_t at = text.rfind(')');
+    std::vector<std::string> fields;
+    for (std::size_t i = at + 2; i < text.size();) {
+      const std::size_t end = std::min(text.find(' ', i), text.size());
+      fields.push_back(text.substr(i, end - i));
+      i = end + 1;
+    }
+    if (fields.size() < 13) return 0;
+    return static_cast<double>(std::stoull(fields[11]) + std::stoull(fields[12])) /
+           static_cast<double>(sysconf(_SC_CLK_TCK));
+  }
+
+  // Starts measuring the peak resident set (VmHWM) afresh.
+  void ResetPeak() const {
+    std::ofstream("/proc/" + std::to_string(pid_) + "/clear_refs") << "5";
+  }
+
+  int Stop() {
+    kill(pid_, SIGTERM);
+    int status = 0;
+    waitpid(pid_, &status, 0);
+    pid_ = 0;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  }
+
+ private:
+  pid_t pid_ = 0;
+  std::string url_;
+};
+
+// Incompressible bytes (xorshift), as a compressed drawing would be.
+std::vector<unsigned char> MakeDrawing(std::size_t size) {
+  std::vector<unsigned char> data(size);
+  std::uint64_t state = 0x9E3779B97F4A7C15ull;
+  for (std::size_t i = 0; i < size; i += 8) {
+    state ^= state << 13;
+    state ^= state >> 7;
+    state ^= state << 17;
+    std::memcpy(data.data() + i, &state, std::min<std::size_t>(8, size - i));
+  }
+  return data;
+}
+
+// The client side of MTOM without gSOAP's copies, as a client of the
+// service would do it: an attachment sent is read from the caller's buffer
+// (which also spares gSOAP's scan of the data for its MIME boundary), an
+// attachment received is written into one growing buffer, whose address
+// gSOAP then hands back as the binary's __ptr.
+struct ReceivedPart {
+  std::vector<unsigned char> bytes;
+};
+
+void InstallMimeStreaming(struct soap* soap, ReceivedPart* sink) {
+  soap->user = sink;
+  soap->fmimereadopen = [](struct soap*, void* handle, const char*, const char*,
+                           const char*) -> void* { return new const char*(static_cast<const char*>(handle)); };
+  soap->fmimeread = [](struct soap*, void* handle, char* buffer, std::size_t n) -> std::size_t {
+    auto* next = static_cast<const char**>(handle);
+    std::memcpy(buffer, *next, n);
+    *next += n;
+    return n;
+  };
+  soap->fmimereadclose = [](struct soap*, void* handle) { delete static_cast<const char**>(handle); };
+  soap->fmimewriteopen = [](struct soap* s, void*, const char*, const char*, const char*,
+                            enum soap_mime_encoding) -> void* {
+    auto* part = static_cast<ReceivedPart*>(s->user);
+    part->bytes.clear();
+    if (s->length > s->count) part->bytes.reserve(static_cast<std::size_t>(s->length - s->count));
+    return part;
+  };
+  soap->fmimewrite = [](struct soap*, void* handle, const char* bytes, std::size_t n) -> int {
+    auto* part = static_cast<ReceivedPart*>(handle);
+    part->bytes.insert(part->bytes.end(), bytes, bytes + n);
+    return SOAP_OK;
+  };
+  soap->fmimewriteclose = [](struct soap*, void*) {};
+}
+
+std::string Fault(DrawingAPIPortBindingProxy& proxy) {
+  char text[1024] = "";
+  proxy.soap_sprint_fault(text, sizeof text);
+  return text;
+}
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+int Run(const Options& options) {
+  const fs::path dir = fs::temp_directory_path() / ("devserver_bench." + std::to_string(getpid()));
+  fs::create_directories(dir);
+  struct Cleanup {
+    fs::path dir;
+    ~Cleanup() {
+      std::error_code ignored;
+      fs::remove_all(dir, ignored);
+    }
+  } cleanup{dir};
+
+  ServerProcess server(options.server, dir / "bench.db");
+  const std::string endpoint = server.url() + "external/api/soap/space/drawing/v1";
+  const std::size_t size = static_cast<std::size_t>(options.mb) << 20;
+  std::vector<unsigned char> drawing = MakeDrawing(size);
+  const std::uint64_t idle_rss = server.Memory("VmRSS:");
+
+  DrawingAPIPortBindingProxy proxy(endpoint.c_str(), SOAP_ENC_MTOM | SOAP_C_UTFSTRING);
+  soap_set_namespaces(proxy.soap, fx::server::ServiceNamespaces());
+  proxy.soap->recv_timeout = proxy.soap->send_timeout = 60;
+  ReceivedPart received;
+  InstallMimeStreaming(proxy.soap, &received);
+
+  std::vector<double> up;
+  std::vector<double> down;
+  std::uint64_t peak_up = 0;
+  std::uint64_t peak_down = 0;
+  double cpu_up = 0;
+  double cpu_down = 0;
+  for (int round = 0; round < options.rounds; ++round) {
+    int floor = kFloor;
+    ns1__setDrawing request;
+    request.floorId = &floor;
+    request.dwgFile.__ptr = drawing.data();
+    request.dwgFile.__size = static_cast<int>(drawing.size());
+    request.dwgFile.type = const_cast<char*>("application/octet-stream");  // an MTOM attachment
+    ns1__setDrawingResponse stored;
+    server.ResetPeak();
+    double cpu = server.CpuSeconds();
+    auto start = Clock::now();
+    if (proxy.setDrawing(&request, stored) != SOAP_OK) {
+      throw std::runtime_error("setDrawing failed: " + Fault(proxy));
+    }
+    up.push_back(std::chrono::duration<double>(Clock::now() - start).count());
+    cpu_up += server.CpuSeconds() - cpu;
+    peak_up = std::max(peak_up, server.Memory("VmHWM:"));
+    proxy.destroy();
+
+    ns1__getDWG ask;
+    ask.floorId = &floor;
+    ns1__getDWGResponse answer;
+    server.ResetPeak();
+    cpu = server.CpuSeconds();
+    start = Clock::now();
+    if (proxy.getDWG(&ask, answer) != SOAP_OK) {
+      throw std::runtime_error("getDWG failed: " + Fault(proxy));
+    }
+    down.push_back(std::chrono::duration<double>(Clock::now() - start).count());
+    cpu_down += server.CpuSeconds() - cpu;
+    peak_down = std::max(peak_down, server.Memory("VmHWM:"));
+    if (round == 0 && (!answer.return_ ||
+                       static_cast<void*>(answer.return_->__ptr) != &received ||
+                       received.bytes != drawing)) {
+      throw std::runtime_error("the drawing read back differs from the one stored");
+    }
+    proxy.destroy();
+  }
+
+  const std::uint64_t peak = std::max(peak_up, peak_down);
+  const int status = server.Stop();
+  const double mib = static_cast<double>(size) / kMiB;
+  const double best_up = mib / *std::min_element(up.begin(), up.end());
+  const double best_down = mib / *std::min_element(down.begin(), down.end());
+  std::printf("drawing of %.0f MiB, %d rounds, MTOM over loopback\n", mib, options.rounds);
+  std::printf("upload   (setDrawing): best %7.1f MiB/s, median %7.1f MiB/s\n", best_up,
+              mib / Median(up));
+  std::printf("download (getDWG):     best %7.1f MiB/s, median %7.1f MiB/s\n", best_down,
+              mib / Median(down));
+  std::printf("server CPU time: %.0f ms per upload, %.0f ms per download\n",
+              1000 * cpu_up / options.rounds, 1000 * cpu_down / options.rounds);
+  std::printf("server resident memory: %.1f MiB idle; peak %.1f MiB in uploads, %.1f MiB in "
+              "downloads: %.2f x the drawing\n",
+              static_cast<double>(idle_rss) / kMiB, static_cast<double>(peak_up) / kMiB,
+              static_cast<double>(peak_down) / kMiB,
+              static_cast<double>(peak) / static_cast<double>(size));
+  std::printf("server exit status after SIGTERM: %d\n", status);
+  return status == 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  signal(SIGPIPE, SIG_IGN);
+  try {
+    return Run(ParseOptions(argc, argv));
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "devserver_bench: %s\n", error.what());
+    return 1;
+  }
+}
