@@ -22,7 +22,8 @@ std::vector<char*> Argv(const std::string& program, const std::vector<std::strin
 }  // namespace
 
 DevServer::DevServer(const std::string& folder, const std::vector<std::string>& extra) {
-  std::vector<std::string> args = {"--db", folder + "/vantory.db", "--port", "0", "--seed-demo"};
+  std::vector<std::string> args = {"--db", folder + "/vantory.db", "--port", "0", "--seed-demo",
+                                   "--quiet"};
   args.insert(args.end(), extra.begin(), extra.end());
   int out[2];
   if (::pipe(out) != 0) return;

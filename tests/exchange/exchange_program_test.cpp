@@ -41,11 +41,22 @@ class ExchangeProgramTest : public ::testing::Test {
     args.insert(args.begin(), {"--settings", (dir_ / "settings.reg").string()});
     return RunProgram(FX_FLOORXPORT, args, dir_.string());
   }
-  std::string Drawing(const std::string& name = "plan.dxf") {
-    const fs::path copy = dir_ / name;
-    fs::copy_file(fs::path(FX_EXAMPLES_DIR) / "sample-floor.dxf", copy,
-                  fs::copy_options::overwrite_existing);
-    return copy.string();
+  // A floor must be analysed before it is sent: its floor document needs
+  // the floor outline.
+  std::string Analysed(const fs::path& source, const fs::path& target,
+                       const std::vector<std::string>& layers) {
+    std::vector<std::string> args = {"analyze", source.string()};
+    args.insert(args.end(), layers.begin(), layers.end());
+    args.insert(args.end(), {"-o", target.string()});
+    const ProgramResult analysed = Floorxport(args);
+    EXPECT_EQ(analysed.exit_status, 0) << analysed.out << analysed.err;
+    return target.string();
+  }
+  std::string Drawing() {
+    return Analysed(fs::path(FX_EXAMPLES_DIR) / "sample-floor.dxf", dir_ / "plan.dxf",
+                    {"--floor-layer", "FloorArea", "--contour-layer", "RoomContours", "--block",
+                     "ROOMTAG", "--name-tag", "NAME", "--category-tag", "CATEGORY",
+                     "--description-tag", "DESCRIPTION"});
   }
   nlohmann::json Listing(const std::string& server, const std::vector<std::string>& extra = {}) {
     std::vector<std::string> args = {"floors", "--server", server, "--json"};
@@ -108,13 +119,15 @@ TEST_F(ExchangeProgramTest, CreateSendAndOpenBack) {
 }
 
 TEST_F(ExchangeProgramTest, CorpusDrawingTravelsWholeTwiceInOneRun) {
-  const fs::path corpus = fs::path(FX_CORPUS_DIR) / "openindoor6" / "plan.dxf";
+  const fs::path corpus = fs::path(FX_CORPUS_DIR) / "pms-app" / "building001-0_floor3.dxf";
   if (!fs::exists(corpus)) GTEST_SKIP() << "no corpus at " << corpus;
   DevServer server(dir_.string());
   ASSERT_TRUE(server.started());
   const int floor = FloorId(Listing(server.address()), "Level 2");
-  const fs::path plan = dir_ / "corpus plan.dxf";
-  fs::copy_file(corpus, plan);
+  const fs::path plan = Analysed(corpus, dir_ / "corpus plan.dxf",
+                                 {"--floor-layer", "AREA-GROSS", "--contour-layer", "AREA-ASSIGN",
+                                  "--name-layer", "A-IDEN-RNUM", "--type-layer", "Rooms-Information",
+                                  "--description-layer", "AREA-TEXT"});
   const std::string send = "_vantorySendTo\n" + server.address() + "\nOK\n" +
                            std::to_string(floor) + "\n\n\nSend";
   ProgramResult sent = Floorxport({"run", plan.string(), "-c", send, "-c", send});
