@@ -108,14 +108,6 @@ TEST_F(ServerDataTest, WrittenSavedAndReadBackHereAndByEzdxf) {
   ASSERT_EQ(WriteServerData({70000, 13, "https://vantory.example/", false}, db), Acad::eOk);
   EXPECT_TRUE(Modified());
   EXPECT_EQ(ReadServerData(db).floor_id, 13);
-  AcDbDictionary* named = nullptr;
-  ASSERT_EQ(db->getNamedObjectsDictionary(named, AcDb::kForRead), Acad::eOk);
-  AcDbObjectId id;
-  EXPECT_EQ(named->getAt(rooms::kServerDictionary, id), Acad::eOk);
-  named->close();
-  AcDbObjectPointer<AcDbDictionary> dictionary(id, AcDb::kForRead);
-  ASSERT_EQ(dictionary.openStatus(), Acad::eOk);
-  EXPECT_EQ(dictionary->numEntries(), 1u);
 }
 
 }  // namespace
