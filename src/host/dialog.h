@@ -12,11 +12,14 @@
 namespace fx {
 
 // One field of a dialog as the host shows it. Values travel as text:
-// kText any text; kInteger a decimal integer; kChoice one of `items`; kCheck
-// "Yes" or "No"; kList any number of `items` joined by "," (item texts
-// contain no comma, as symbol names cannot).
+// kText any text (with `items`, a drop-down that also takes typed text: the
+// items are offered, any text is accepted); kInteger a decimal integer;
+// kChoice one of `items`; kCheck "Yes" or "No"; kList any number of `items`
+// joined by "," (item texts contain no comma, as symbol names cannot);
+// kPassword any text that is never shown: a host hides it while it is typed
+// and never prints the value, neither as the answer nor as the current value.
 struct DialogField {
-  enum Kind { kText, kInteger, kChoice, kCheck, kList };
+  enum Kind { kText, kInteger, kChoice, kCheck, kList, kPassword };
   std::string label;
   Kind kind = kText;
   std::string value;
@@ -27,6 +30,15 @@ struct DialogField {
 };
 
 enum class DialogAction { kStay, kClose };
+
+// Overwrites every character a string holds or held within its capacity,
+// then empties it: for passwords, before their memory is released.
+inline void WipeText(std::string& text) {
+  text.resize(text.capacity());
+  volatile char* bytes = text.data();
+  for (size_t i = 0; i < text.size(); ++i) bytes[i] = '\0';
+  text.clear();
+}
 
 class DialogModel {
  public:

@@ -120,9 +120,7 @@ ReadStatus CommandRunner::ReadAnswer(std::string_view prompt, TokenEnd end, std:
                                      RunOut run_out) {
   for (;;) {
     if (console_.ReadAnswer(prompt, end, answer, nullptr, run_out) == ReadStatus::kRanOut) {
-      if (run_out == RunOut::kCancels && !frames_.empty() && frames_.back().result == RTNORM) {
-        frames_.back().result = RTCAN;
-      }
+      if (run_out == RunOut::kCancels) CancelRunningCommand();
       return ReadStatus::kRanOut;
     }
     if (end == TokenEnd::kBlank && answer.size() > 1 && answer.front() == '\'' &&
@@ -131,6 +129,18 @@ ReadStatus CommandRunner::ReadAnswer(std::string_view prompt, TokenEnd end, std:
     }
     return ReadStatus::kOk;
   }
+}
+
+ReadStatus CommandRunner::ReadSecretAnswer(std::string_view prompt, std::string& answer) {
+  if (console_.ReadSecretAnswer(prompt, answer) == ReadStatus::kRanOut) {
+    CancelRunningCommand();
+    return ReadStatus::kRanOut;
+  }
+  return ReadStatus::kOk;
+}
+
+void CommandRunner::CancelRunningCommand() {
+  if (!frames_.empty() && frames_.back().result == RTNORM) frames_.back().result = RTCAN;
 }
 
 void CommandRunner::FailCommand() {

@@ -49,6 +49,10 @@ class CommandRunner {
   ReadStatus ReadAnswer(std::string_view prompt, TokenEnd end, std::string& answer,
                         RunOut run_out = RunOut::kCancels);
 
+  // Reads a hidden line answer (Console::ReadSecretAnswer); running out
+  // cancels the running command.
+  ReadStatus ReadSecretAnswer(std::string_view prompt, std::string& answer);
+
   // The running command failed (a host command reports its own message).
   void FailCommand();
   bool commandRunning() const { return !frames_.empty(); }
@@ -74,6 +78,7 @@ class CommandRunner {
     int result;
   };
   int Execute(std::string_view typed);
+  void CancelRunningCommand();
   bool RunTransparent(std::string_view typed);
   void RunDeferredWork();
   void Stop(std::string problem);

@@ -33,7 +33,7 @@ void Console::SetInteractive(bool interactive) {
 }
 
 bool Console::ReadTypedLine(std::string& line) {
-  if (!terminal_.ReadLine(line)) return false;
+  if (!(reading_secret_ ? terminal_.ReadSecretLine(line) : terminal_.ReadLine(line))) return false;
   after_typed_line_ = true;
   return true;
 }
@@ -74,6 +74,21 @@ ReadStatus Console::ReadAnswer(std::string_view prompt, TokenEnd end, std::strin
   }
   if (from != TokenOrigin::kTyped) Print(answer);
   if (origin != nullptr) *origin = from;
+  return ReadStatus::kOk;
+}
+
+ReadStatus Console::ReadSecretAnswer(std::string_view prompt, std::string& answer) {
+  Print(prompt);
+  TokenOrigin from;
+  reading_secret_ = true;
+  const bool read = NextToken(TokenEnd::kLineEnd, answer, from);
+  reading_secret_ = false;
+  if (!read) {
+    answer.clear();
+    Print("*Cancel*");
+    return ReadStatus::kRanOut;
+  }
+  if (from != TokenOrigin::kTyped && !answer.empty()) Print(kHiddenAnswer);
   return ReadStatus::kOk;
 }
 

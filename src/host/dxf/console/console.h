@@ -28,6 +28,9 @@ namespace fx::console {
 
 class Terminal;
 
+// What the transcript shows for a hidden answer, whatever its length.
+inline constexpr std::string_view kHiddenAnswer = "********";
+
 enum class ReadStatus { kOk, kRanOut };
 
 // What running out of input means for a read: the command is cancelled, or
@@ -62,6 +65,10 @@ class Console {
   // *origin, when given, tells whether the user typed it.
   ReadStatus ReadAnswer(std::string_view prompt, TokenEnd end, std::string& answer,
                         TokenOrigin* origin = nullptr, RunOut run_out = RunOut::kCancels);
+  // As ReadAnswer for a line answer that must stay unseen (a password): a
+  // line typed on the terminal is read without echo, and an answer from the
+  // script shows in the transcript as kHiddenAnswer (an empty one as nothing).
+  ReadStatus ReadSecretAnswer(std::string_view prompt, std::string& answer);
   // Reads the next command name without a prompt (the caller prints
   // "Command: " as it sees fit) and without echo.
   ReadStatus ReadCommandName(std::string& name, TokenOrigin& origin);
@@ -97,6 +104,7 @@ class Console {
   bool printed_ = false;
   bool ends_with_line_end_ = false;
   bool after_typed_line_ = false;  // the cursor is at the start of a line
+  bool reading_secret_ = false;    // a typed line is read without echo
 };
 
 }  // namespace fx::console

@@ -5,13 +5,18 @@
 // button that keeps the dialog open starts the fields over.
 //
 //   Text, Integer:  "\nLabel <value>: "
+//   Text with items (a drop-down that takes typed text too):
+//                   "\nLabel (? to list) <value>: "   any text; "?" lists
+//                   the items
+//   Password:       "\nLabel <********>: "   never the value, nor the answer:
+//                   typed without echo, a script's answer shows as ********
 //   Choice:         "\nLabel [Blocks/Texts] <Texts>: "   (keywords)
 //   Check:          "\nLabel [Yes/No] <Yes>: "
 //   List:           "\nLabel (? to list) <A,B>: "   items separated by
 //                   commas; "*" selects every item, "-" none, "?" lists them
 //
-// Text and list answers take the whole line (names may hold blanks); the
-// others end at a blank.
+// Text, list and password answers take the whole line (names may hold
+// blanks); the others end at a blank.
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -57,9 +62,16 @@ std::string FieldPrompt(const DialogField& field) {
     case DialogField::kCheck: prompt += " [Yes/No]"; break;
     case DialogField::kList: prompt += " (? to list)"; break;
     case DialogField::kText:
-    case DialogField::kInteger: break;
+      if (!field.items.empty()) prompt += " (? to list)";
+      break;
+    case DialogField::kInteger:
+    case DialogField::kPassword: break;
   }
-  if (!field.value.empty()) prompt += " <" + field.value + ">";
+  if (!field.value.empty()) {
+    prompt += " <";
+    prompt += field.kind == DialogField::kPassword ? std::string(kHiddenAnswer) : field.value;
+    prompt += ">";
+  }
   return prompt + ": ";
 }
 
@@ -98,7 +110,8 @@ std::optional<std::string> SelectItems(const DialogField& field, const std::stri
 std::optional<std::string> ValueFor(const DialogField& field, const std::string& answer,
                                     std::string& error) {
   switch (field.kind) {
-    case DialogField::kText: return answer;
+    case DialogField::kText:
+    case DialogField::kPassword: return answer;
     case DialogField::kInteger: {
       long long number = 0;
       auto [end, failure] = std::from_chars(answer.data(), answer.data() + answer.size(), number);
@@ -127,15 +140,37 @@ std::optional<std::string> ValueFor(const DialogField& field, const std::string&
   return std::nullopt;
 }
 
+bool ListsItems(const DialogField& field) {
+  return field.kind == DialogField::kList ||
+         (field.kind == DialogField::kText && !field.items.empty());
+}
+
 void ListItems(const DialogField& field) {
   std::string text;
   for (const std::string& item : field.items) text += "\n  " + item;
-  text += "\nSeparate items with commas; * selects every item, - none.";
+  text += field.kind == DialogField::kList
+              ? "\nSeparate items with commas; * selects every item, - none."
+              : "\nType one of them or any other text.";
   CurrentRunner().console().Print(text);
+}
+
+// Like AskField for a password; every copy of the answer is wiped once the
+// model has taken it.
+bool AskPassword(DialogModel& model, size_t index, const DialogField& field) {
+  CommandRunner& runner = CurrentRunner();
+  for (;;) {
+    std::string answer;
+    if (runner.ReadSecretAnswer(FieldPrompt(field), answer) != ReadStatus::kOk) return false;
+    const std::string error = answer.empty() ? std::string() : model.SetField(index, answer);
+    WipeText(answer);
+    if (error.empty()) return true;
+    runner.console().Print("\n" + error);
+  }
 }
 
 // False when the input ran out.
 bool AskField(DialogModel& model, size_t index, const DialogField& field) {
+  if (field.kind == DialogField::kPassword) return AskPassword(model, index, field);
   CommandRunner& runner = CurrentRunner();
   if (field.shown_only) {
     runner.console().Print("\n" + field.label + ": " + field.value);
@@ -149,7 +184,7 @@ bool AskField(DialogModel& model, size_t index, const DialogField& field) {
       return false;
     }
     if (answer.empty()) return true;
-    if (field.kind == DialogField::kList && answer == "?") {
+    if (ListsItems(field) && answer == "?") {
       ListItems(field);
       continue;
     }
@@ -187,11 +222,24 @@ int AskButton(const DialogModel& model) {
 
 int fx::ShowDialog(DialogModel& model) {
   console::CurrentRunner().console().Print("\n" + model.title());
+  // The copies of password values in the fields are wiped when replaced.
+  struct Fields {
+    ~Fields() { Wipe(); }
+    void Wipe() {
+      for (DialogField& field : list)
+        if (field.kind == DialogField::kPassword) WipeText(field.value);
+    }
+    void Refresh(const DialogModel& from) {
+      Wipe();
+      list = from.fields();
+    }
+    std::vector<DialogField> list;
+  } fields;
   for (;;) {
-    std::vector<DialogField> fields = model.fields();
-    for (size_t i = 0; i < fields.size(); ++i) {
-      if (!console::AskField(model, i, fields[i])) return -1;
-      fields = model.fields();  // a value may change the fields after it
+    fields.Refresh(model);
+    for (size_t i = 0; i < fields.list.size(); ++i) {
+      if (!console::AskField(model, i, fields.list[i])) return -1;
+      fields.Refresh(model);  // a value may change the fields after it
     }
     const int button = console::AskButton(model);
     if (button < 0) return -1;

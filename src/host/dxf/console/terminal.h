@@ -23,6 +23,9 @@ class Terminal {
   // Reads one line from standard input without its line end; false at the
   // end of input. Standard output is flushed first (a prompt is showing).
   virtual bool ReadLine(std::string& line) = 0;
+  // As ReadLine for a line that must not be seen (a password): a terminal
+  // does not echo it. Input that is no terminal is read as by ReadLine.
+  virtual bool ReadSecretLine(std::string& line) { return ReadLine(line); }
   virtual bool inputIsTerminal() const = 0;
   virtual bool errorIsTerminal() const = 0;
 };
