@@ -1,7 +1,6 @@
 #include "server/log_in.h"
 
-#include <string.h>  // explicit_bzero
-
+#include "host/dialog.h"
 #include "stdsoap2.h"
 
 namespace fx::server {
@@ -13,8 +12,8 @@ struct CredentialStore {
   std::string password;
   bool known = false;
   ~CredentialStore() {
-    WipeString(user);
-    WipeString(password);
+    fx::WipeText(user);
+    fx::WipeText(password);
   }
 };
 
@@ -27,17 +26,12 @@ LogInPrompt g_prompt = nullptr;
 
 }  // namespace
 
-void WipeString(std::string& text) {
-  if (!text.empty()) explicit_bzero(text.data(), text.size());
-  text.clear();
-}
-
 void SetLogInPrompt(LogInPrompt prompt) { g_prompt = prompt; }
 
 void RememberCredentials(const std::string& user, const std::string& password) {
   CredentialStore& store = Store();
-  WipeString(store.user);
-  WipeString(store.password);
+  fx::WipeText(store.user);
+  fx::WipeText(store.password);
   store.user = user;
   store.password = password;
   store.known = true;
@@ -55,8 +49,8 @@ bool RememberedCredentials(std::string& user, std::string& password) {
 
 void ForgetCredentials() {
   CredentialStore& store = Store();
-  WipeString(store.user);
-  WipeString(store.password);
+  fx::WipeText(store.user);
+  fx::WipeText(store.password);
   store.known = false;
 }
 
@@ -79,8 +73,8 @@ bool RetryAfterUnauthorized(int http_status) {
   std::string password;
   const bool confirmed = g_prompt(user, password);
   if (confirmed) RememberCredentials(user, password);
-  WipeString(user);
-  WipeString(password);
+  fx::WipeText(user);
+  fx::WipeText(password);
   return confirmed;
 }
 

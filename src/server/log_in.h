@@ -37,9 +37,6 @@ void ApplyCredentials(struct soap* soap);
 // or Cancel, returns false.
 bool RetryAfterUnauthorized(int http_status);
 
-// Overwrites a string's characters before it is released.
-void WipeString(std::string& text);
-
 }  // namespace fx::server
 
 #endif  // FLOORXPORT_SERVER_LOG_IN_H_

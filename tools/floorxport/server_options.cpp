@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <fstream>
 
+#include "host/dialog.h"
 #include "server/exchange_commands.h"
 #include "server/log_in.h"
 #include "server/workflow_result.h"
@@ -24,7 +25,7 @@ bool TakeLogIn(const ParsedArgs& parsed, std::string* error) {
     if (Is(option, "--user")) user = option.value;
     if (Is(option, "--password-file")) {
       std::ifstream file(option.value);
-      fx::server::WipeString(password);
+      fx::WipeText(password);
       if (!file || !std::getline(file, password)) {
         *error = "cannot read the password file \"" + option.value + "\"";
         return false;
@@ -34,7 +35,7 @@ bool TakeLogIn(const ParsedArgs& parsed, std::string* error) {
     }
   }
   if (given && !user.empty()) fx::server::RememberCredentials(user, password);
-  fx::server::WipeString(password);
+  fx::WipeText(password);
   return true;
 }
 

@@ -55,6 +55,9 @@ std::string Trim(std::string_view text) {
   return std::string(text.substr(start, end - start + 1));
 }
 
+// Labels that end in a colon ("Find:") get only the blank.
+const char* Colon(std::string_view label) { return label.ends_with(':') ? " " : ": "; }
+
 std::string FieldPrompt(const DialogField& field) {
   std::string prompt = "\n" + field.label;
   switch (field.kind) {
@@ -72,7 +75,7 @@ std::string FieldPrompt(const DialogField& field) {
     prompt += field.kind == DialogField::kPassword ? std::string(kHiddenAnswer) : field.value;
     prompt += ">";
   }
-  return prompt + ": ";
+  return prompt + Colon(prompt);
 }
 
 // The list value an answer selects, in the items' own spelling.
@@ -173,7 +176,8 @@ bool AskField(DialogModel& model, size_t index, const DialogField& field) {
   if (field.kind == DialogField::kPassword) return AskPassword(model, index, field);
   CommandRunner& runner = CurrentRunner();
   if (field.shown_only) {
-    runner.console().Print("\n" + field.label + ": " + field.value);
+    // Empty values are left out: a group of a form shows nothing yet.
+    if (!field.value.empty()) runner.console().Print("\n" + field.label + Colon(field.label) + field.value);
     return true;
   }
   const bool line = field.kind == DialogField::kText || field.kind == DialogField::kList;
