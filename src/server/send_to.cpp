@@ -9,6 +9,8 @@
 #include "export/exporter.h"
 #include "host/database.h"
 #include "host/dialog.h"
+#include "host/documents.h"
+#include "rooms/doc_data.h"
 #include "server/client_cache.h"
 #include "server/server_data.h"
 #include "server/server_list.h"
@@ -82,6 +84,11 @@ int SendFromFolder(AcDbDatabase* database, const TempFolder& folder, const std::
     return kFailed;
   }
   message = "File has been successfully sent to Vantory.";
+  // The server now holds the drawing as saved: closing it asks again only
+  // after further changes.
+  if (AcApDocument* open = acDocManagerPtr()->document(database)) {
+    fx::rooms::DocVars().docData(open).setLastUpdateDate(database->tduupdate());
+  }
   return kSucceeded;
 }
 

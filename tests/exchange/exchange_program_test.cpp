@@ -114,6 +114,8 @@ TEST_F(ExchangeProgramTest, CreateSendAndOpenBack) {
   // The drawing remembers where it went: a second send needs no answers.
   ProgramResult again = Floorxport({"send", plan, "--floor", std::to_string(floor)});
   EXPECT_EQ(again.exit_status, 0) << again.out << again.err;
+  // Sent as saved: closing it does not offer to send it again.
+  EXPECT_EQ(again.out.find("Would you like to send updates"), std::string::npos) << again.out;
   ProgramResult servers = Floorxport({"servers"});
   EXPECT_EQ(servers.out, "* " + server.address() + "\n");
 }

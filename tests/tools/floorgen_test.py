@@ -355,11 +355,13 @@ def check_sample_floor():
     drawing_layers = [layer for layer in layers if layer.dxf.name not in ("0", "Defpoints")]
     assert len({layer.dxf.color for layer in drawing_layers}) == len(drawing_layers), "layer colours repeat"
 
+    # ezdxf measures text with the fonts it finds on the machine (its own
+    # metrics without matplotlib): the title's box may pass ours by a few units.
     extents = bbox.extents(msp)
     low, high = header["$EXTMIN"], header["$EXTMAX"]
     for axis in (0, 1):
-        assert low[axis] - 1 <= extents.extmin[axis] <= low[axis] + 500, ("$EXTMIN", low, extents.extmin)
-        assert high[axis] - 500 <= extents.extmax[axis] <= high[axis] + 1, ("$EXTMAX", high, extents.extmax)
+        assert low[axis] - 5 <= extents.extmin[axis] <= low[axis] + 500, ("$EXTMIN", low, extents.extmin)
+        assert high[axis] - 500 <= extents.extmax[axis] <= high[axis] + 5, ("$EXTMAX", high, extents.extmax)
 
     data = path.read_bytes()
     assert generate("again.dxf", "--rooms", "24", "--seed", "1").read_bytes() == data, "not deterministic"
