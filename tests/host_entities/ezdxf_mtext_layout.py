@@ -5,11 +5,12 @@ Usage: ezdxf_mtext_layout.py OUT.dxf
 
 Writes a small drawing of MTEXT (wrapped, centred, right-aligned, rotated,
 width factors, full-width characters, no reference width) to OUT.dxf and
-prints one JSON object per MTEXT: {"handle", "lines": [{"text", "start",
-"end"}], "box"}. A line's text is its words joined by single blanks, start
-and end the world points where its baseline starts and ends; "box" is the
-world box (minimum then maximum corner) of the rectangle, in the MTEXT's
-frame, around all words from baseline to cap height.
+prints for each MTEXT a line "mtext HANDLE BOX", then one line per line of
+text, top first: "line START END TEXT". TEXT is the line's words joined by
+single blanks, START and END the world points (x y z) where its baseline
+starts and ends; BOX is the world box (minimum then maximum corner) of the
+rectangle, in the MTEXT's frame, around all words from baseline to cap
+height.
 
 ezdxf measures glyphs with fonts; here it is given the host's estimate
 instead (a character is 0.65 x height x width factor wide, an East Asian
@@ -19,7 +20,6 @@ spacing. The text style's width factor is where ezdxf's inline width
 factor starts. With no reference width the column is the widest line: a
 first pass with an unbounded column finds it.
 """
-import json
 import sys
 import unicodedata
 
@@ -150,23 +150,22 @@ def report(doc, mtext):
         width = widest * (1 + 1e-12)  # lines no wider than the column fit
     words = engine.lay_out(mtext, width)
     m = mtext.ucs().matrix
-    lines = []
-    for line in lines_of(words):
-        start = m.transform(Vec3(line[0][1], line[0][2]))
-        end = m.transform(Vec3(line[-1][3], line[-1][2]))
-        lines.append({"text": " ".join(w[0] for w in line), "start": list(start), "end": list(end)})
     left, right = min(w[1] for w in words), max(w[3] for w in words)
     bottom, top = min(w[2] for w in words), max(w[4] for w in words)
     box = [m.transform(Vec3(x, y)) for x in (left, right) for y in (bottom, top)]
     lo = [min(p[i] for p in box) for i in range(3)]
     hi = [max(p[i] for p in box) for i in range(3)]
-    return {"handle": mtext.dxf.handle, "lines": lines, "box": lo + hi}
+    print("mtext", mtext.dxf.handle, *(repr(v) for v in lo + hi))
+    for line in lines_of(words):
+        start = m.transform(Vec3(line[0][1], line[0][2]))
+        end = m.transform(Vec3(line[-1][3], line[-1][2]))
+        print("line", *(repr(v) for v in list(start) + list(end)), " ".join(w[0] for w in line))
 
 
 def main(argv):
     doc = make_drawing(argv[1])
     for mtext in doc.modelspace().query("MTEXT"):
-        print(json.dumps(report(doc, mtext), ensure_ascii=False))
+        report(doc, mtext)
     return 0
 
 

@@ -6,7 +6,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <string>
@@ -84,23 +83,10 @@ struct EzdxfMText {
   double box[6] = {};
 };
 
-// The `count` numbers of the array after `"key": [` from `at` on.
-bool ReadNumbers(const std::string& line, const std::string& key, size_t at, double* out, int count) {
-  at = line.find("\"" + key + "\": [", at);
-  if (at == std::string::npos) return false;
-  const char* p = line.c_str() + line.find('[', at) + 1;
-  for (int i = 0; i < count; ++i) {
-    char* end = nullptr;
-    out[i] = std::strtod(p, &end);
-    p = end + 1;  // past the comma
-  }
-  return true;
-}
-
-std::string ReadString(const std::string& line, const std::string& key, size_t at) {
-  std::string marker = "\"" + key + "\": \"";
-  at = line.find(marker, at) + marker.size();
-  return line.substr(at, line.find('"', at) - at);
+AcGePoint3d ReadPoint(std::istream& in) {
+  double x = 0, y = 0, z = 0;
+  in >> x >> y >> z;
+  return {x, y, z};
 }
 
 // Runs the script, which writes the drawing to `path`; false when it could
@@ -115,17 +101,19 @@ bool RunEzdxf(const std::string& path, std::vector<EzdxfMText>& mtexts) {
   if (pclose(pipe) != 0) return false;
   std::istringstream lines(output);
   for (std::string line; std::getline(lines, line);) {
-    EzdxfMText& mtext = mtexts.emplace_back();
-    mtext.handle = ReadString(line, "handle", 0);
-    for (size_t at = line.find("{\"text\""); at != std::string::npos; at = line.find("{\"text\"", at + 1)) {
-      EzdxfLine& l = mtext.lines.emplace_back();
-      l.text = ReadString(line, "text", at);
-      double start[3], end[3];
-      if (!ReadNumbers(line, "start", at, start, 3) || !ReadNumbers(line, "end", at, end, 3)) return false;
-      l.start = AcGePoint3d(start[0], start[1], start[2]);
-      l.end = AcGePoint3d(end[0], end[1], end[2]);
+    std::istringstream in(line);
+    std::string kind;
+    in >> kind;
+    if (kind == "mtext") {
+      EzdxfMText& mtext = mtexts.emplace_back();
+      in >> mtext.handle;
+      for (double& v : mtext.box) in >> v;
+    } else if (kind == "line" && !mtexts.empty()) {
+      EzdxfLine& l = mtexts.back().lines.emplace_back();
+      l.start = ReadPoint(in);
+      l.end = ReadPoint(in);
+      std::getline(in >> std::ws, l.text);
     }
-    if (!ReadNumbers(line, "box", 0, mtext.box, 6)) return false;
   }
   return !mtexts.empty();
 }
