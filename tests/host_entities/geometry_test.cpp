@@ -9,7 +9,6 @@
 
 #include "host/dxf/draw_curves.h"
 #include "host/dxf/draw_hatch.h"
-#include "host/dxf/draw_mtext.h"
 #include "host/dxf/draw_spline.h"
 #include "host/dxf/draw_text_box.h"
 
@@ -158,21 +157,6 @@ TEST(TextRule, WidthEstimateAndPercentCodes) {
   EXPECT_EQ(ExpandPercentCodes("%%uA%%u %%C %%d %%%%%p %%065 %%x", &underlined),
             "A \xE2\x8C\x80 \xC2\xB0 %\xC2\xB1 A %%x");
   EXPECT_TRUE(underlined);
-}
-
-TEST(TextRule, MTextLinesWrapAndAttach) {
-  // Five characters of height 1 are 3.25 wide: "aaaaa bbbbb" wraps at 5.
-  MTextBlock block = LayoutMText("aaaaa bbbbb\ncc", 1, 1, 5, 1, 5);
-  ASSERT_EQ(block.lines.size(), 3u);
-  EXPECT_EQ(block.lines[1].text, "bbbbb");
-  double pitch = 5.0 / 3.0;
-  EXPECT_NEAR(block.top - block.bottom, 1 + 2 * pitch, 1e-12);
-  EXPECT_NEAR(block.top, -block.bottom, 1e-12);        // middle attachment
-  EXPECT_NEAR(block.left, -block.right, 1e-12);        // centre attachment
-  EXPECT_NEAR(block.lines[2].x, -0.65, 1e-12);         // "cc" centred
-  MTextBlock top_left = LayoutMText("x", 2, 1, 0, 1, 1);
-  EXPECT_NEAR(top_left.lines[0].y, -2, 1e-12);
-  EXPECT_EQ(top_left.left, 0);
 }
 
 // The dashes of parallel lines inside a polygon cover its area once: total

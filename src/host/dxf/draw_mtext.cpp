@@ -1,14 +1,12 @@
 #include "host/dxf/draw_mtext.h"
 
-#include <algorithm>
+#include <cstdlib>
 
 #include "host/dxf/draw_text_box.h"
 #include "host/dxf/dxf_utf8.h"
 
 namespace fx::dxf {
 namespace {
-
-constexpr double kLinePitch = 5.0 / 3.0;  // line distance per unit of height
 
 // Skips a code's value: past the next ';', or to the end when there is none.
 size_t SkipValue(std::string_view s, size_t i) {
@@ -37,30 +35,93 @@ size_t AppendStack(std::string_view s, size_t i, std::string& out) {
   return i < s.size() ? i + 1 : i;
 }
 
-std::vector<std::string> WrapParagraph(std::string_view paragraph, double unit, double wrap_width) {
-  std::vector<std::string> lines;
-  if (!(wrap_width > 0)) {
-    lines.emplace_back(paragraph);
-    return lines;
+// The width factor after a \W value: "f" sets it, "fx" multiplies it; a
+// value that is not a positive number leaves it.
+double WidthFactor(std::string_view value, double factor) {
+  std::string text(value);
+  char* end = nullptr;
+  double f = std::strtod(text.c_str(), &end);
+  if (end == text.c_str() || !(f > 0)) return factor;
+  return *end == 'x' || *end == 'X' ? factor * f : f;
+}
+
+// The alignment a \p value gives, from its q entry ("\pxi1,qc;").
+MTextAlign ParagraphAlign(std::string_view value, MTextAlign align) {
+  size_t q = value.find('q');
+  if (q == std::string_view::npos || q + 1 >= value.size()) return align;
+  switch (value[q + 1]) {
+    case 'l': case 'j': case 'd': return MTextAlign::kLeft;
+    case 'c': return MTextAlign::kCentre;
+    case 'r': return MTextAlign::kRight;
+    case '*': return MTextAlign::kByAttachment;
+    default: return align;
   }
-  std::string current;
-  size_t start = 0;
-  while (start <= paragraph.size()) {
-    size_t blank = paragraph.find(' ', start);
-    std::string_view word = paragraph.substr(start, blank == std::string_view::npos ? std::string_view::npos
-                                                                                     : blank - start);
-    std::string candidate = current.empty() ? std::string(word) : current + " " + std::string(word);
-    if (!current.empty() && TextAdvance(candidate) * unit > wrap_width) {
-      lines.push_back(current);
-      current = std::string(word);
-    } else {
-      current = candidate;
+}
+
+// The paragraphs of `s` with their spans' text before %%-codes are expanded.
+std::vector<MTextParagraph> ReadParagraphs(std::string_view s, double width_factor) {
+  std::vector<MTextParagraph> paragraphs(1);
+  std::vector<double> groups;  // the width factor outside each open group
+  double factor = width_factor;
+  MTextAlign align = MTextAlign::kByAttachment;
+  auto append = [&](std::string_view text) {
+    std::vector<MTextSpan>& spans = paragraphs.back().spans;
+    if (spans.empty() || spans.back().width_factor != factor) spans.push_back({"", factor});
+    spans.back().text += text;
+  };
+  for (size_t i = 0; i < s.size();) {
+    char c = s[i];
+    if (c == '{' || c == '}') {
+      if (c == '{') {
+        groups.push_back(factor);
+      } else if (!groups.empty()) {
+        factor = groups.back();
+        groups.pop_back();
+      }
+      ++i;
+      continue;
     }
-    if (blank == std::string_view::npos) break;
-    start = blank + 1;
+    if (c != '\\' || i + 1 >= s.size()) {
+      append(s.substr(i++, 1));
+      continue;
+    }
+    char code = s[i + 1];
+    i += 2;
+    switch (code) {
+      case '\\': case '{': case '}': append(std::string_view(&s[i - 1], 1)); break;
+      case 'P': case 'N':
+        paragraphs.back().align = align;
+        paragraphs.emplace_back();
+        break;
+      case '~': {
+        std::string nbsp;
+        AppendUtf8(0x00A0, &nbsp);
+        append(nbsp);
+        break;
+      }
+      case 'L': case 'l': case 'O': case 'o': case 'K': case 'k': break;
+      case 'S': {
+        std::string stack;
+        i = AppendStack(s, i, stack);
+        append(stack);
+        break;
+      }
+      case 'W': case 'p': {
+        size_t end = SkipValue(s, i);
+        if (code == 'W') factor = WidthFactor(s.substr(i, end - i), factor);
+        else align = ParagraphAlign(s.substr(i, end - i), align);
+        i = end;
+        break;
+      }
+      case 'A': case 'C': case 'c': case 'F': case 'f': case 'H': case 'h':
+      case 'Q': case 'q': case 'T': case 't': case 'w':
+        i = SkipValue(s, i);
+        break;
+      default: append(std::string_view(&s[i - 1], 1)); break;
+    }
   }
-  lines.push_back(current);
-  return lines;
+  paragraphs.back().align = align;
+  return paragraphs;
 }
 
 }  // namespace
@@ -68,68 +129,20 @@ std::vector<std::string> WrapParagraph(std::string_view paragraph, double unit, 
 std::string MTextPlainText(std::string_view s) {
   std::string out;
   out.reserve(s.size());
-  for (size_t i = 0; i < s.size();) {
-    char c = s[i];
-    if (c == '{' || c == '}') {
-      ++i;
-      continue;
-    }
-    if (c != '\\' || i + 1 >= s.size()) {
-      out += c;
-      ++i;
-      continue;
-    }
-    char code = s[i + 1];
-    i += 2;
-    switch (code) {
-      case '\\': case '{': case '}': out += code; break;
-      case 'P': case 'N': out += '\n'; break;
-      case '~': AppendUtf8(0x00A0, &out); break;
-      case 'L': case 'l': case 'O': case 'o': case 'K': case 'k': break;
-      case 'S': i = AppendStack(s, i, out); break;
-      case 'A': case 'C': case 'c': case 'F': case 'f': case 'H': case 'h':
-      case 'Q': case 'q': case 'T': case 't': case 'W': case 'w': case 'p':
-        i = SkipValue(s, i);
-        break;
-      default: out += code; break;
-    }
+  bool first = true;
+  for (const MTextParagraph& paragraph : ReadParagraphs(s, 1)) {
+    if (!first) out += '\n';
+    first = false;
+    for (const MTextSpan& span : paragraph.spans) out += span.text;
   }
   return ExpandPercentCodes(out);
 }
 
-MTextBlock LayoutMText(std::string_view plain, double height, double width_factor,
-                       double wrap_width, double spacing, int attachment) {
-  MTextBlock block;
-  if (plain.empty()) return block;
-  const double unit = height * width_factor;
-  for (size_t start = 0; start <= plain.size();) {
-    size_t end = plain.find('\n', start);
-    std::string_view paragraph = plain.substr(start, end == std::string_view::npos ? std::string_view::npos
-                                                                                   : end - start);
-    for (std::string& line : WrapParagraph(paragraph, unit, wrap_width))
-      block.lines.push_back({std::move(line), 0, 0, 0});
-    if (end == std::string_view::npos) break;
-    start = end + 1;
-  }
-  attachment = std::clamp(attachment, 1, 9);
-  const int column = (attachment - 1) % 3, row = (attachment - 1) / 3;
-  const double pitch = height * kLinePitch * (spacing > 0 ? spacing : 1);
-  const size_t n = block.lines.size();
-  const double block_height = height + static_cast<double>(n - 1) * pitch;
-  const double first_baseline = row == 0 ? -height : row == 1 ? block_height / 2 - height : block_height - height;
-  double widest = 0;
-  for (size_t i = 0; i < n; ++i) {
-    MTextLine& line = block.lines[i];
-    line.width = TextAdvance(line.text) * unit;
-    line.x = column == 0 ? 0 : column == 1 ? -line.width / 2 : -line.width;
-    line.y = first_baseline - static_cast<double>(i) * pitch;
-    widest = std::max(widest, line.width);
-  }
-  block.left = column == 0 ? 0 : column == 1 ? -widest / 2 : -widest;
-  block.right = block.left + widest;
-  block.top = first_baseline + height;
-  block.bottom = first_baseline - static_cast<double>(n - 1) * pitch;
-  return block;
+std::vector<MTextParagraph> MTextParagraphs(std::string_view contents, double width_factor) {
+  std::vector<MTextParagraph> paragraphs = ReadParagraphs(contents, width_factor);
+  for (MTextParagraph& paragraph : paragraphs)
+    for (MTextSpan& span : paragraph.spans) span.text = ExpandPercentCodes(span.text);
+  return paragraphs;
 }
 
 }  // namespace fx::dxf

@@ -1,5 +1,5 @@
-// MTEXT contents as plain text, and its lines laid out with the width
-// estimate of draw_text_box.h.
+// MTEXT contents read for display: the plain text, and the paragraphs with
+// what the layout needs of their formatting (alignment, width factors).
 #ifndef FLOORXPORT_HOST_DXF_DRAW_MTEXT_H_
 #define FLOORXPORT_HOST_DXF_DRAW_MTEXT_H_
 
@@ -21,32 +21,30 @@ namespace fx::dxf {
 // and %%p become their symbols. An unknown code keeps its letter.
 std::string MTextPlainText(std::string_view contents);
 
-// How the lines of an MTEXT sit around its location, in its own frame (x
-// along its direction, y up), in units of the drawing.
-struct MTextLine {
-  std::string text;
-  double x = 0;      // start of the baseline
-  double y = 0;
-  double width = 0;  // estimated
+// How a paragraph's lines sit in the column: as the attachment point says
+// (left, centre or right), or as a \pq code says. Justified and distributed
+// paragraphs (\pqj, \pqd) start at the left edge and count as left.
+enum class MTextAlign { kByAttachment, kLeft, kCentre, kRight };
+
+// A piece of a paragraph drawn with one width factor.
+struct MTextSpan {
+  std::string text;  // plain, as MTextPlainText gives it
+  double width_factor = 1;
 };
 
-struct MTextBlock {
-  std::vector<MTextLine> lines;
-  // The box of all lines relative to the location: from (left, bottom) to
-  // (right, top).
-  double left = 0, bottom = 0, right = 0, top = 0;
+struct MTextParagraph {
+  std::vector<MTextSpan> spans;  // none for an empty paragraph
+  MTextAlign align = MTextAlign::kByAttachment;
 };
 
-// Lays out plain text: paragraphs split at '\n' and, with a positive
-// `wrap_width`, wrapped at blanks where the estimated width would pass it (a
-// word longer than the width stays whole). Lines are `height` x 5/3 x
-// `spacing` apart; the block's top is the first line's height above its
-// baseline, its bottom the last baseline. `attachment` (1 to 9: top, middle,
-// bottom rows of left, centre, right) puts the block's corner, edge middle
-// or centre at the location; each line is aligned left, centred or right
-// within the block by the same attachment.
-MTextBlock LayoutMText(std::string_view plain, double height, double width_factor,
-                       double wrap_width, double spacing, int attachment);
+// The paragraphs of `contents` (split where MTextPlainText puts '\n'), their
+// spans' text as MTextPlainText gives it. Width factors start at
+// `width_factor` (the text style's); \Wf; sets f, \Wfx; multiplies by f,
+// within the group { } it appears in. A paragraph takes the alignment of
+// the last \p code with a q value (l, c, r, j, d; * for the attachment's)
+// given in it or in a paragraph before it: paragraph codes hold until
+// changed, groups do not limit them.
+std::vector<MTextParagraph> MTextParagraphs(std::string_view contents, double width_factor);
 
 }  // namespace fx::dxf
 

@@ -15,6 +15,7 @@
 #include "host/dxf/entity_support.h"
 #include "host/dxf/imp_database.h"
 #include "host/dxf/imp_object.h"
+#include "host/dxf/mtext_layout.h"
 #include "host/world_draw.h"
 
 using fx::dxf::DataOf;
@@ -170,22 +171,33 @@ Acad::ErrorStatus AcDbMText::setAttachment(AttachmentPoint attachment) {
   return Acad::eOk;
 }
 
+namespace {
+
+// The laid-out lines of an MTEXT, in its own frame.
+fx::dxf::MTextBlock Layout(const AcDbMText& mtext, double width_factor) {
+  return fx::dxf::LayoutMText(fx::dxf::MTextParagraphs(mtext.contents(), width_factor),
+                              {mtext.textHeight(), mtext.width(), mtext.lineSpacingFactor(), mtext.attachment()});
+}
+
+}  // namespace
+
 bool AcDbMText::worldDraw(AcGiWorldDraw* world_draw) {
   fx::dxf::SetEntityTraits(*this, *world_draw);
   AcGiTextStyle style;
   AcDbObjectId style_id = textStyle();
   fx::dxf::LoadTextStyle(style_id, style);
   style.text_size = textHeight();
-  style.x_scale = fx::dxf::TextStyleWidthFactor(style_id);
-  fx::dxf::MTextBlock block = fx::dxf::LayoutMText(text(), style.text_size, style.x_scale, width(),
-                                                   lineSpacingFactor(), attachment());
+  fx::dxf::MTextBlock block = Layout(*this, fx::dxf::TextStyleWidthFactor(style_id));
   AcGeVector3d n = normal(), x = direction();
   AcGeVector3d y = n.crossProduct(x).normal();
   AcGePoint3d origin = location();
   for (const fx::dxf::MTextLine& line : block.lines) {
-    if (line.text.empty()) continue;
-    if (world_draw->geometry().text(origin + x * line.x + y * line.y, n, x, line.text.c_str(), true, style))
-      return false;
+    for (const fx::dxf::MTextRun& run : line.runs) {
+      if (run.text.empty()) continue;
+      style.x_scale = run.width_factor;
+      if (world_draw->geometry().text(origin + x * run.x + y * line.y, n, x, run.text.c_str(), true, style))
+        return false;
+    }
   }
   return true;
 }
@@ -193,22 +205,19 @@ bool AcDbMText::worldDraw(AcGiWorldDraw* world_draw) {
 namespace fx::dxf {
 
 void AddExtents(const AcDbMText& mtext, const AcGeMatrix3d& transform, AcDbExtents& box) {
-  std::string plain = mtext.text();
-  if (plain.empty()) return;
-  double left, bottom, right, top;
+  MTextBlock block = Layout(mtext, TextStyleWidthFactor(mtext.textStyle()));
+  if (std::none_of(block.lines.begin(), block.lines.end(), [](const MTextLine& line) { return !line.text.empty(); }))
+    return;
+  double left = block.left, right = block.right, bottom = block.bottom, top = block.top;
   double stored_width, stored_height;
-  int column = (mtext.attachment() - 1) % 3, row = (mtext.attachment() - 1) / 3;
   if (StoredSize(mtext, stored_width, stored_height)) {
-    left = column == 0 ? 0 : column == 1 ? -stored_width / 2 : -stored_width;
+    // The measured box sits in the column as the first paragraph does, and
+    // at the location as the attachment's row says.
+    left = block.column_left + block.first_align * (block.column_right - block.column_left - stored_width);
     right = left + stored_width;
+    int row = (mtext.attachment() - 1) / 3;
     top = row == 0 ? 0 : row == 1 ? stored_height / 2 : stored_height;
     bottom = top - stored_height;
-  } else {
-    MTextBlock block = LayoutMText(plain, mtext.textHeight(),
-                                   TextStyleWidthFactor(mtext.textStyle()), mtext.width(),
-                                   mtext.lineSpacingFactor(), mtext.attachment());
-    if (block.lines.empty()) return;
-    left = block.left, right = block.right, bottom = block.bottom, top = block.top;
   }
   AcGeVector3d x = mtext.direction();
   AcGeVector3d y = mtext.normal().crossProduct(x).normal();
