@@ -3,6 +3,7 @@
 // server until a signal stops it, and is the program's exception firewall.
 #include <malloc.h>
 #include <pthread.h>
+#include <sys/stat.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -104,7 +105,15 @@ int Serve(const std::vector<std::string>& args) {
               << sample << '\n';
   }
   std::unique_ptr<UserStore> users;
-  if (!options.users.empty()) users = std::make_unique<UserStore>(options.users);
+  if (!options.users.empty()) {
+    struct stat info {};
+    if (stat(options.users.c_str(), &info) != 0) {
+      std::cerr << kProgram << ": " << options.users << " not found; make it with \"" << kProgram
+                << " adduser --users " << options.users << " NAME\"\n";
+      return 1;
+    }
+    users = std::make_unique<UserStore>(options.users);
+  }
 
   // The signals that stop the server are taken by one thread with
   // sigwait; every other thread, started after this, has them blocked.

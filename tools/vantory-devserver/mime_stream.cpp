@@ -61,6 +61,7 @@ ReceivedAttachment::ReceivedAttachment(std::size_t expected) {
 ReceivedAttachment::~ReceivedAttachment() { std::free(data_); }
 
 bool ReceivedAttachment::Append(const char* bytes, std::size_t n) {
+  if (n == 0) return true;
   if (size_ + n > capacity_) {
     const std::size_t capacity = std::max(size_ + n, 2 * capacity_ + 65536);
     auto* grown = static_cast<unsigned char*>(std::realloc(data_, capacity));

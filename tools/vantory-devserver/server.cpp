@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -24,7 +25,6 @@
 
 namespace fx::devserver {
 namespace {
-
 
 // gSOAP's own handlers, which the hooks wrap (the same for every context).
 struct DefaultHandlers {
@@ -155,7 +155,8 @@ std::string PrintableHost(const std::string& host) {
 Server::Server(ServerConfig config, Storage& storage, UserStore* users, RequestLog& log)
     : config_(std::move(config)), storage_(storage), users_(users), log_(log) {
   // Every connection's context is a copy of this one: MTOM replies (a
-  // binary with a content type goes as an attachment), UTF-8 strings.
+  // binary with a content type goes as an attachment), UTF-8 strings, no
+  // keep-alive (SOAP_IO_KEEPALIVE is not set).
   listener_ = soap_new1(SOAP_ENC_MTOM | SOAP_C_UTFSTRING);
   if (!listener_) throw std::runtime_error("out of memory");
   soap_set_namespaces(listener_, fx::server::ServiceNamespaces());
@@ -163,7 +164,6 @@ Server::Server(ServerConfig config, Storage& storage, UserStore* users, RequestL
   listener_->recv_timeout = config_.io_timeout_seconds;
   listener_->send_timeout = config_.io_timeout_seconds;
   listener_->accept_timeout = 1;  // the accept loop looks at the stop flag every second
-  listener_->max_keep_alive = 0;
   listener_->recv_maxlength = config_.max_request_bytes + 2 * kFramingAllowance;
 
   defaults.parse = listener_->fparse;
@@ -286,9 +286,13 @@ void Server::ServeConnection(struct soap* soap) {
   connection.peer = PrintableHost(soap->host) + ":" + std::to_string(soap->port);
   soap->user = &connection;
   if (!config_.tls_cert.empty() && soap_ssl_accept(soap) != SOAP_OK) {
-    char message[512] = "";
-    soap_sprint_fault(soap, message, sizeof message);
-    log_.Write(connection.peer + " TLS handshake failed: " + message);
+    // OpenSSL's reason, on one line.
+    std::string reason = soap->fault && soap->fault->faultstring ? soap->fault->faultstring : "";
+    for (char& c : reason) {
+      if (c == '\n' || c == '\r' || c == '"') c = ' ';
+    }
+    reason.erase(0, std::min(reason.size(), reason.find_first_not_of(' ')));
+    log_.Write(connection.peer + " TLS handshake failed: " + reason);
   } else {
     DrawingService service(soap, storage_, log_);
     service.serve();
