@@ -17,6 +17,7 @@ import socket
 import sqlite3
 import subprocess
 import sys
+import threading
 import time
 import traceback
 import urllib.parse
@@ -387,11 +388,38 @@ def check_stalled_client_and_sigterm_with_a_request_in_flight():
         assert server.stop(signal.SIGINT) == 0
 
 
+def check_concurrent_uploads():
+    with Server(fresh_db("concurrent.db"), "--seed-demo") as server:
+        api = service(server)
+        floors = [api.createFloor(buildingId=1, floorName=f"Parallel {i}") for i in range(6)]
+        drawings = {floor: pattern(2 * MIB) for floor in floors}
+        errors = []
+
+        def round_trip(floor):
+            try:
+                own = service(server)
+                own.setDrawing(floorId=floor, dwgFile=drawings[floor], drawingFile=b"")
+                assert own.getDWG(floorId=floor) == drawings[floor], f"floor {floor} differs"
+            except Exception as error:  # noqa: BLE001 - reported by the main thread
+                errors.append(error)
+
+        threads = [threading.Thread(target=round_trip, args=(floor,)) for floor in floors]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        assert not errors, errors
+        [building] = api.getBuildingsAndFloors()
+        assert sum(1 for f in building.floors.floor if f.drawing and f.drawing.dwgAvailable) == 7
+        assert server.stop() == 0
+
+
 CHECKS = [
     check_operations_through_the_service_description,
     check_basic_authentication,
     check_https_with_a_generated_certificate,
     check_rest_rooms,
+    check_concurrent_uploads,
     check_kill_9_keeps_committed_uploads,
     check_request_size_limit,
     check_stalled_client_and_sigterm_with_a_request_in_flight,
