@@ -5,11 +5,12 @@
 //
 // Starts the server on a fresh database in a temporary directory (with the
 // demo seed, so floor 2 exists), then for each round stores an N MiB
-// drawing with setDrawing and reads it back with getDWG through the gSOAP
-// client in MTOM mode (the binary goes as an attachment both ways). The
-// first download is compared byte for byte with the upload. Prints the
-// best and median rate of each direction in MiB/s, and the server's peak
-// resident memory (VmHWM) before and after, against the drawing's size.
+// drawing with setDrawing and reads it back with getDWG through the
+// plug-in's own client (src/server, MTOM: the binary goes as an attachment
+// both ways). The first download is compared byte for byte with the upload.
+// Prints the best and median rate of each direction in MiB/s, and the peak
+// resident memory (VmHWM) of the server and of this client against the
+// drawing's size.
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
@@ -25,13 +26,14 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "server/soap/service_namespaces.h"
-#include "soapDrawingAPIPortBindingProxy.h"
-#include "soapH.h"
+#include "server/client_cache.h"
+#include "server/service_calls.h"
+#include "server/service_errors.h"
 
 extern char** environ;
 
@@ -163,45 +165,14 @@ std::vector<unsigned char> MakeDrawing(std::size_t size) {
   return data;
 }
 
-// The client side of MTOM without gSOAP's copies, as a client of the
-// service would do it: an attachment sent is read from the caller's buffer
-// (which also spares gSOAP's scan of the data for its MIME boundary), an
-// attachment received is written into one growing buffer, whose address
-// gSOAP then hands back as the binary's __ptr.
-struct ReceivedPart {
-  std::vector<unsigned char> bytes;
-};
-
-void InstallMimeStreaming(struct soap* soap, ReceivedPart* sink) {
-  soap->user = sink;
-  soap->fmimereadopen = [](struct soap*, void* handle, const char*, const char*,
-                           const char*) -> void* { return new const char*(static_cast<const char*>(handle)); };
-  soap->fmimeread = [](struct soap*, void* handle, char* buffer, std::size_t n) -> std::size_t {
-    auto* next = static_cast<const char**>(handle);
-    std::memcpy(buffer, *next, n);
-    *next += n;
-    return n;
-  };
-  soap->fmimereadclose = [](struct soap*, void* handle) { delete static_cast<const char**>(handle); };
-  soap->fmimewriteopen = [](struct soap* s, void*, const char*, const char*, const char*,
-                            enum soap_mime_encoding) -> void* {
-    auto* part = static_cast<ReceivedPart*>(s->user);
-    part->bytes.clear();
-    if (s->length > s->count) part->bytes.reserve(static_cast<std::size_t>(s->length - s->count));
-    return part;
-  };
-  soap->fmimewrite = [](struct soap*, void* handle, const char* bytes, std::size_t n) -> int {
-    auto* part = static_cast<ReceivedPart*>(handle);
-    part->bytes.insert(part->bytes.end(), bytes, bytes + n);
-    return SOAP_OK;
-  };
-  soap->fmimewriteclose = [](struct soap*, void*) {};
-}
-
-std::string Fault(DrawingAPIPortBindingProxy& proxy) {
-  char text[1024] = "";
-  proxy.soap_sprint_fault(text, sizeof text);
-  return text;
+// VmHWM of this process, in bytes.
+std::uint64_t OwnPeakMemory() {
+  std::ifstream status("/proc/self/status");
+  std::string line;
+  while (std::getline(status, line)) {
+    if (line.rfind("VmHWM:", 0) == 0) return std::stoull(line.substr(6)) * 1024;
+  }
+  return 0;
 }
 
 double Median(std::vector<double> values) {
@@ -221,17 +192,12 @@ int Run(const Options& options) {
   } cleanup{dir};
 
   ServerProcess server(options.server, dir / "bench.db");
-  const std::string endpoint = server.url() + "external/api/soap/space/drawing/v1";
   const std::size_t size = static_cast<std::size_t>(options.mb) << 20;
   std::vector<unsigned char> drawing = MakeDrawing(size);
   const std::uint64_t idle_rss = server.Memory("VmRSS:");
 
-  DrawingAPIPortBindingProxy proxy(endpoint.c_str(), SOAP_ENC_MTOM | SOAP_C_UTFSTRING);
-  soap_set_namespaces(proxy.soap, fx::server::ServiceNamespaces());
-  proxy.soap->recv_timeout = proxy.soap->send_timeout = 60;
-  ReceivedPart received;
-  InstallMimeStreaming(proxy.soap, &received);
-
+  // The plug-in's own client, as floorxport send and open use it.
+  const std::string server_key = server.url();
   std::vector<double> up;
   std::vector<double> down;
   std::uint64_t peak_up = 0;
@@ -239,43 +205,41 @@ int Run(const Options& options) {
   double cpu_up = 0;
   double cpu_down = 0;
   for (int round = 0; round < options.rounds; ++round) {
-    int floor = kFloor;
-    ns1__setDrawing request;
-    request.floorId = &floor;
-    request.dwgFile.__ptr = drawing.data();
-    request.dwgFile.__size = static_cast<int>(drawing.size());
-    request.dwgFile.type = const_cast<char*>("application/octet-stream");  // an MTOM attachment
-    ns1__setDrawingResponse stored;
+    fx::server::Upload upload;
+    upload.floor_id = kFloor;
+    upload.drawing_file = drawing;
+    upload.binary_format = "DXF";
     server.ResetPeak();
     double cpu = server.CpuSeconds();
     auto start = Clock::now();
-    if (proxy.setDrawing(&request, stored) != SOAP_OK) {
-      throw std::runtime_error("setDrawing failed: " + Fault(proxy));
+    int result = fx::server::UploadDrawing(server_key, upload);
+    if (result != 0) {
+      throw std::runtime_error("setDrawing failed: " +
+                               fx::server::CallErrorDetails(server_key, result, "send_to"));
     }
     up.push_back(std::chrono::duration<double>(Clock::now() - start).count());
     cpu_up += server.CpuSeconds() - cpu;
     peak_up = std::max(peak_up, server.Memory("VmHWM:"));
-    proxy.destroy();
+    fx::server::GetClient(server_key)->destroy();
 
-    ns1__getDWG ask;
-    ask.floorId = &floor;
-    ns1__getDWGResponse answer;
+    std::span<const unsigned char> received;
     server.ResetPeak();
     cpu = server.CpuSeconds();
     start = Clock::now();
-    if (proxy.getDWG(&ask, answer) != SOAP_OK) {
-      throw std::runtime_error("getDWG failed: " + Fault(proxy));
+    result = fx::server::DownloadDrawingFile(server_key, kFloor, received);
+    if (result != 0) {
+      throw std::runtime_error("getDWG failed: " +
+                               fx::server::CallErrorDetails(server_key, result, "open_from"));
     }
     down.push_back(std::chrono::duration<double>(Clock::now() - start).count());
     cpu_down += server.CpuSeconds() - cpu;
     peak_down = std::max(peak_down, server.Memory("VmHWM:"));
-    if (round == 0 && (!answer.return_ ||
-                       static_cast<void*>(answer.return_->__ptr) != &received ||
-                       received.bytes != drawing)) {
+    if (round == 0 && !std::equal(received.begin(), received.end(), drawing.begin(), drawing.end())) {
       throw std::runtime_error("the drawing read back differs from the one stored");
     }
-    proxy.destroy();
+    fx::server::GetClient(server_key)->destroy();
   }
+  const std::uint64_t client_peak = OwnPeakMemory();
 
   const std::uint64_t peak = std::max(peak_up, peak_down);
   const int status = server.Stop();
@@ -294,6 +258,9 @@ int Run(const Options& options) {
               static_cast<double>(idle_rss) / kMiB, static_cast<double>(peak_up) / kMiB,
               static_cast<double>(peak_down) / kMiB,
               static_cast<double>(peak) / static_cast<double>(size));
+  std::printf("client (this program) peak resident memory: %.1f MiB: %.2f x the drawing\n",
+              static_cast<double>(client_peak) / kMiB,
+              static_cast<double>(client_peak) / static_cast<double>(size));
   std::printf("server exit status after SIGTERM: %d\n", status);
   return status == 0 ? 0 : 1;
 }

@@ -1,6 +1,7 @@
 #include "server/open_from.h"
 
 #include <filesystem>
+#include <span>
 #include <vector>
 
 #include "host/database.h"
@@ -28,7 +29,7 @@ int OpenFrom(AcDbDatabase* database, std::string& path, std::string& message) {
   // chooser: the command then reports an unexpected error with no details.
   if (!dialog.Refresh() || ShowDialog(dialog) < 0 || !dialog.confirmed()) return kFailed;
 
-  std::vector<unsigned char> bytes;
+  std::span<const unsigned char> bytes;
   const int result = DownloadDrawingFile(*server, dialog.floor_id(), bytes);
   if (result != 0) {
     message = CallErrorDetails(*server, result, kOpOpenFrom);

@@ -87,7 +87,7 @@ int CreateFloor(const std::string& server_key, int building_id, const std::strin
 }
 
 int DownloadDrawingFile(const std::string& server_key, int floor_id,
-                        std::vector<unsigned char>& bytes) {
+                        std::span<const unsigned char>& bytes) {
   ns1__getDWG request;
   request.floorId = &floor_id;
   ns1__getDWGResponse response;
@@ -97,7 +97,11 @@ int DownloadDrawingFile(const std::string& server_key, int floor_id,
   if (response.return_ == nullptr || response.return_->__ptr == nullptr) {
     return client->soap->error = SOAP_NO_DATA;
   }
-  bytes.assign(response.return_->__ptr, response.return_->__ptr + response.return_->__size);
+  if (client->IsReceivedAttachment(response.return_->__ptr)) {
+    bytes = client->received_attachment();
+  } else {
+    bytes = {response.return_->__ptr, static_cast<size_t>(response.return_->__size)};
+  }
   return SOAP_OK;
 }
 

@@ -40,10 +40,11 @@ int ListBuildingsAndFloors(const std::string& server_key, std::vector<BuildingEn
 int CreateFloor(const std::string& server_key, int building_id, const std::string& floor_name,
                 int& floor_id);
 
-// getDWG: the floor's drawing file. A success without a file in the reply
-// counts as a failure of the call (SOAP_NO_DATA).
+// getDWG: the floor's drawing file, in `bytes`, which stay valid until the
+// next call on the server's client or its reset. A success without a file
+// in the reply counts as a failure of the call (SOAP_NO_DATA).
 int DownloadDrawingFile(const std::string& server_key, int floor_id,
-                        std::vector<unsigned char>& bytes);
+                        std::span<const unsigned char>& bytes);
 
 struct Upload {
   int floor_id = 0;

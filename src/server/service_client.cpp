@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <cstring>
 
 #include "server/log_in.h"
 #include "server/soap/service_namespaces.h"
@@ -26,6 +27,7 @@ ProgressDrawingAPIPortBindingProxy::ProgressDrawingAPIPortBindingProxy(const cha
   // always been reached that way.
   soap_ssl_client_context(soap, SOAP_SSL_NO_AUTHENTICATION | SOAP_SSL_SKIP_HOST_CHECK,
                           nullptr, nullptr, nullptr, nullptr, nullptr);
+  StreamAttachments();
   saved_fsend = soap->fsend;
   saved_frecv = soap->frecv;
   soap->fsend = CountingSend;
@@ -33,6 +35,39 @@ ProgressDrawingAPIPortBindingProxy::ProgressDrawingAPIPortBindingProxy(const cha
   soap->connect_timeout = kTimeoutSeconds;
   soap->recv_timeout = kTimeoutSeconds;
   soap->send_timeout = kTimeoutSeconds;
+}
+
+// Attachments move without the runtime's copies: one sent is read straight
+// from the caller's buffer (which also spares the runtime's scan of it for
+// its MIME boundary), one received is written into one growing buffer.
+void ProgressDrawingAPIPortBindingProxy::StreamAttachments() {
+  struct Cursor {
+    const char* next;
+  };
+  soap->fmimereadopen = [](struct soap*, void* handle, const char*, const char*,
+                           const char*) -> void* { return new Cursor{static_cast<const char*>(handle)}; };
+  soap->fmimeread = [](struct soap*, void* handle, char* buffer, size_t size) -> size_t {
+    auto* cursor = static_cast<Cursor*>(handle);
+    std::memcpy(buffer, cursor->next, size);
+    cursor->next += size;
+    return size;
+  };
+  soap->fmimereadclose = [](struct soap*, void* handle) { delete static_cast<Cursor*>(handle); };
+  soap->fmimewriteopen = [](struct soap* context, void*, const char*, const char*, const char*,
+                            enum soap_mime_encoding) -> void* {
+    auto* client = static_cast<ProgressDrawingAPIPortBindingProxy*>(context->user);
+    client->received_attachment_.clear();
+    if (context->length > context->count) {
+      client->received_attachment_.reserve(static_cast<size_t>(context->length - context->count));
+    }
+    return &client->received_attachment_;
+  };
+  soap->fmimewrite = [](struct soap*, void* handle, const char* bytes, size_t size) -> int {
+    auto* sink = static_cast<std::vector<unsigned char>*>(handle);
+    sink->insert(sink->end(), bytes, bytes + size);
+    return SOAP_OK;
+  };
+  soap->fmimewriteclose = [](struct soap*, void*) {};
 }
 
 std::string ProgressDrawingAPIPortBindingProxy::LastUrl() const {

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <string>
+#include <vector>
 
 #include "soapDrawingAPIPortBindingProxy.h"
 
@@ -49,6 +50,12 @@ class ProgressDrawingAPIPortBindingProxy : public DrawingAPIPortBindingProxy {
   // The host and path of the last connection ("host/path"), for reports.
   std::string LastUrl() const;
 
+  // The bytes of an attachment received by the last call. The runtime
+  // hands it back as the binary's __ptr (IsReceivedAttachment); an inline
+  // binary holds its own bytes.
+  bool IsReceivedAttachment(const void* ptr) const { return ptr == &received_attachment_; }
+  const std::vector<unsigned char>& received_attachment() const { return received_attachment_; }
+
   using DrawingAPIPortBindingProxy::createFloor;
   using DrawingAPIPortBindingProxy::getBuildingsAndFloors;
   using DrawingAPIPortBindingProxy::getDrawing;
@@ -75,6 +82,7 @@ class ProgressDrawingAPIPortBindingProxy : public DrawingAPIPortBindingProxy {
 
  private:
   static int CountingSend(struct soap* soap, const char* data, size_t size);
+  void StreamAttachments();
   static size_t CountingReceive(struct soap* soap, char* data, size_t size);
 
   template <class Call>
@@ -85,6 +93,7 @@ class ProgressDrawingAPIPortBindingProxy : public DrawingAPIPortBindingProxy {
   std::string endpoint_;  // soap_endpoint points into it
   size_t sent_ = 0;       // bytes of the current call, both ways
   size_t received_ = 0;
+  std::vector<unsigned char> received_attachment_;
 };
 
 #endif  // FLOORXPORT_SERVER_SERVICE_CLIENT_H_

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <span>
 #include <vector>
 
 #include "canned_server.h"
@@ -101,7 +102,7 @@ TEST_F(ClientRepliesTest, MtomDownloadKeepsEveryByteAndReportsProgress) {
   for (int i = 0; i < 70000; ++i) dwg += static_cast<char>(i * 7 % 256);  // zeros and CR/LF included
   server_.Push(MtomReply(CapturedReply("get_dwg_mtom.xml"),
                          "6f1c2a54-0b1d-4c39-9a51-2b0f5f0c7e21@example.jaxws.sun.com", dwg));
-  std::vector<unsigned char> bytes;
+  std::span<const unsigned char> bytes;
   ASSERT_EQ(fx::server::DownloadDrawingFile(server_.address(), 120, bytes), 0);
   EXPECT_EQ(std::string(bytes.begin(), bytes.end()), dwg);
   EXPECT_EQ(g_progress, (std::vector<std::string>{"Receiving from Vantory", "50", "100"}));
@@ -124,7 +125,7 @@ TEST_F(ClientRepliesTest, FaultReportCarriesTheReasonAndTheOperation) {
   for (const CannedReply& reply : {PlainReply(fault, 500), MtomReply(fault)}) {
     CannedServer server;
     server.Push(reply);
-    std::vector<unsigned char> bytes;
+    std::span<const unsigned char> bytes;
     const int result = fx::server::DownloadDrawingFile(server.address(), 99, bytes);
     EXPECT_EQ(result, 12);
     const std::string details = fx::server::CallErrorDetails(server.address(), result, "open_from");
