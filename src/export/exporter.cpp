@@ -8,21 +8,30 @@
 #include "export/floor_xml_v1.h"
 #include "host/database.h"
 #include "host/editor.h"
+#include "rooms/report.h"
 #include "svg/svg_save.h"
 
 namespace fx::exports {
 namespace {
 
-// Codes 2 and 4: the driver's SVG document saved as it is or compressed
-// (zlib mode "wb6f"). The text stays UTF-8, as its declaration says.
+// Codes 2 and 4: the driver's SVG document saved as it is, in UTF-8, or
+// compressed (zlib mode "wb6f") in the room report's code page, which its
+// declaration names.
 bool ExportSvg(ExportFormat format, const std::string& path) {
   AcDbDatabase* database = acdbHostApplicationServices()->workingDatabase();
   if (database == nullptr) return false;
   const DriverResult drawing = RunExportDriver(*database, ReadExportSettings(), DriverOptions());
   if (drawing.svg == nullptr) return false;
   std::string error;
-  const bool saved = format == ExportFormat::kSvg ? fx::svg::SaveSvg(*drawing.svg, path, &error)
-                                                  : fx::svg::SaveSvgz(*drawing.svg, path, &error);
+  bool saved = false;
+  if (format == ExportFormat::kSvg) {
+    saved = fx::svg::SaveSvg(*drawing.svg, path, &error);
+  } else {
+    std::string warning;
+    const unsigned code_page = fx::rooms::ReportCodePage(database, &warning);
+    if (!warning.empty()) acutPrintf("\nWarning: %s.", warning.c_str());
+    saved = fx::svg::SaveSvgz(*drawing.svg, path, &error, code_page);
+  }
   if (!saved) acutPrintf("%s", SaveFailureMessage(error).c_str());
   return saved;
 }

@@ -46,6 +46,7 @@ class AcDbDatabase {
 
   // Header values.
   std::string version() const;       // $ACADVER, e.g. "AC1032"
+  std::string dwgcodepage() const;   // $DWGCODEPAGE as stored, e.g. "ANSI_1252"; empty when absent
   AcDbDate tduupdate() const;        // last update, universal time
   AcDbDate tdupdate() const;         // last update, local time
   AcDb::UnitsValue insunits() const;

@@ -6,8 +6,9 @@
 namespace fx::rooms {
 namespace {
 
+// By differences, so that the answer does not depend on where the boxes lie.
 bool Strictly(double value, double low, double high) {
-  return value > low + kOverlapBoxTolerance && value < high - kOverlapBoxTolerance;
+  return value - low > kOverlapBoxTolerance && high - value > kOverlapBoxTolerance;
 }
 
 bool Testable(const ContourGeometry& contour) { return !contour.has_bulges; }

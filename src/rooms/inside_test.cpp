@@ -1,6 +1,6 @@
 #include "rooms/inside_test.h"
 
-#include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "host/database.h"
@@ -27,7 +27,10 @@ bool OnAnySegment(const AcGePoint2d& point, const ContourGeometry& contour, cons
 }
 
 // Even-odd crossing count, written as the rule states it (x <= x_c and
-// x_c != x is x < x_c; kept in its two parts to read like the rule).
+// x_c != x is x < x_c; kept in its two parts to read like the rule). The
+// crossing is compared as an offset from vertex i, never rebuilt as an
+// absolute abscissa, so that far from the origin it keeps the precision
+// of the edge (see IsOnSegment).
 bool CrossingsOdd(const AcGePoint2d& point, const std::vector<AcGePoint2d>& v) {
   bool inside = false;
   if (v.empty()) return false;
@@ -35,24 +38,36 @@ bool CrossingsOdd(const AcGePoint2d& point, const std::vector<AcGePoint2d>& v) {
     const bool spans = (v[i].y <= point.y && point.y < v[j].y) ||
                        (v[j].y <= point.y && point.y < v[i].y);
     if (!spans) continue;
-    const double crossing = (v[j].x - v[i].x) * (point.y - v[i].y) / (v[j].y - v[i].y) + v[i].x;
-    if (point.x <= crossing && crossing != point.x) inside = !inside;
+    const double crossing = (v[j].x - v[i].x) * (point.y - v[i].y) / (v[j].y - v[i].y);
+    const double x = point.x - v[i].x;
+    if (x <= crossing && crossing != x) inside = !inside;
   }
   return inside;
 }
 
 }  // namespace
 
+// The distance is measured from the segment itself: to the nearer end
+// point, or across the segment by the cross product of differences. Each
+// difference of nearby coordinates is exact or nearly so, wherever the
+// drawing lies; a foot point rebuilt in absolute coordinates would be
+// rounded to the spacing of doubles there (6e-11 at 500,000), which is of
+// the order of the tolerance itself.
 bool IsOnSegment(const AcGePoint2d& point, const AcGePoint2d& start, const AcGePoint2d& end,
                  const AcGeTol& tol) {
   const AcGeVector2d along = end - start;
+  const AcGeVector2d to_point = point - start;
   const double length2 = along.x * along.x + along.y * along.y;
-  double t = 0;
-  if (length2 > 0) {
-    const AcGeVector2d to_point = point - start;
-    t = std::clamp((to_point.x * along.x + to_point.y * along.y) / length2, 0.0, 1.0);
+  const double projection = to_point.x * along.x + to_point.y * along.y;
+  double distance = 0;
+  if (length2 == 0 || projection <= 0) {
+    distance = to_point.length();
+  } else if (projection >= length2) {
+    distance = (point - end).length();
+  } else {
+    distance = std::fabs(along.x * to_point.y - along.y * to_point.x) / std::sqrt(length2);
   }
-  return point.distanceTo(start + along * t) <= tol.equalPoint();
+  return distance <= tol.equalPoint();
 }
 
 InsideResult TestPointInContour(const AcGePoint2d& point, const ContourGeometry& contour,

@@ -6,30 +6,16 @@
 #include <optional>
 #include <system_error>
 
+#include "host/code_page.h"
+#include "host/database.h"
+#include "settings/known_settings.h"
+#include "settings/settings.h"
+
 namespace fx::rooms {
 namespace {
 
-// Windows-1252 bytes 0x80..0x9F and the characters they stand for. The five
-// bytes the code page leaves unassigned map to the C1 control characters of
-// the same value, as the Windows conversion does.
-// clang-format off
-constexpr char32_t kHighControls[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
-};
-// clang-format on
-
-constexpr char kUnmappable = '?';
-
-std::optional<char> AnsiByte(char32_t c) {
-  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<char>(c);
-  for (size_t i = 0; i < 32; ++i) {
-    if (kHighControls[i] == c) return static_cast<char>(0x80 + i);
-  }
-  return std::nullopt;
-}
+constexpr char kUnmappable = '?';  // what the Windows conversion writes by default
+constexpr char32_t kNotUtf8 = 0xFFFD;
 
 // Decodes one character at `pos` and advances past it; nullopt (and one
 // byte skipped) for a byte that does not start a valid sequence.
@@ -71,34 +57,75 @@ std::optional<char32_t> NextCharacter(std::string_view text, size_t& pos) {
   return c;
 }
 
-}  // namespace
-
-std::string Utf8ToAnsi(std::string_view utf8) {
-  std::string ansi;
-  ansi.reserve(utf8.size());
+void AppendAnsi(std::string_view utf8, CodePageEncoder& encoder, std::string* out, Unmappable* unmappable) {
   size_t pos = 0;
   while (pos < utf8.size()) {
-    std::optional<char32_t> c = NextCharacter(utf8, pos);
-    std::optional<char> mapped = c ? AnsiByte(*c) : std::nullopt;
-    ansi += mapped.value_or(kUnmappable);
+    const size_t start = pos;
+    const std::optional<char32_t> c = NextCharacter(utf8, pos);
+    if (c && encoder.Append(*c, out)) continue;
+    *out += kUnmappable;
+    if (unmappable != nullptr && unmappable->count++ == 0) {
+      unmappable->first = c.value_or(kNotUtf8);
+      unmappable->first_text = c ? std::string(utf8.substr(start, pos - start)) : std::string();
+    }
   }
+}
+
+std::string Hex(char32_t c) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%04X", static_cast<unsigned>(c));
+  return text;
+}
+
+}  // namespace
+
+unsigned ReportCodePage(const AcDbDatabase* database, std::string* warning) {
+  if (warning != nullptr) warning->clear();
+  const int32_t chosen = settings::GetSettingInt(settings::kAnsiCodePage, 0, settings::kSectionExportOptions);
+  if (chosen > 0 && CanWriteCodePage(static_cast<unsigned>(chosen))) return static_cast<unsigned>(chosen);
+  if (chosen != 0 && warning != nullptr) {
+    *warning = std::string("the setting \"") + settings::kAnsiCodePage + "\" names code page " +
+               std::to_string(chosen) + ", which cannot be written: the user's code page is taken";
+  }
+  if (const unsigned user = UserAnsiCodePage(); user != 0) return user;
+  if (database != nullptr) {
+    if (const unsigned drawing = CodePageOfDwgName(database->dwgcodepage()); drawing != 0) return drawing;
+  }
+  return kWindowsWestern;
+}
+
+std::string Utf8ToAnsi(std::string_view utf8, unsigned code_page, Unmappable* unmappable) {
+  CodePageEncoder encoder(code_page);
+  std::string ansi;
+  ansi.reserve(utf8.size());
+  AppendAnsi(utf8, encoder, &ansi, unmappable);
   return ansi;
 }
 
-std::string FormatReport(const std::vector<std::array<std::string, kRoomListColumnCount>>& rows) {
+std::string FormatReport(const std::vector<std::array<std::string, kRoomListColumnCount>>& rows,
+                         unsigned code_page, Unmappable* unmappable) {
+  CodePageEncoder encoder(code_page);
   std::string bytes;
   for (size_t column = 0; column < kRoomListColumnCount; ++column) {
-    bytes += Utf8ToAnsi(std::string(column == 0 ? "" : ",") + kRoomListColumns[column].caption);
+    AppendAnsi(std::string(column == 0 ? "" : ",") + kRoomListColumns[column].caption, encoder, &bytes,
+               unmappable);
     bytes += '\0';  // each header field keeps its terminator: the format has it
   }
   bytes += "\r\n";
   for (const auto& cells : rows) {
     for (size_t column = 0; column < kRoomListColumnCount; ++column) {
-      bytes += Utf8ToAnsi((column == 0 ? "" : ",") + cells[column]);
+      AppendAnsi((column == 0 ? "" : ",") + cells[column], encoder, &bytes, unmappable);
     }
     bytes += "\r\n";
   }
   return bytes;
+}
+
+std::string UnmappableWarning(unsigned code_page, const Unmappable& unmappable) {
+  const std::string first = unmappable.first_text.empty() ? "" : " \"" + unmappable.first_text + "\"";
+  return "the report is written in code page " + std::to_string(code_page) + ", which cannot hold " +
+         std::to_string(unmappable.count) + (unmappable.count == 1 ? " character" : " characters") +
+         " (the first is U+" + Hex(unmappable.first) + first + "): they are written as \"?\"";
 }
 
 std::string DefaultReportName(const std::string& document_file_name) {

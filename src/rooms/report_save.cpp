@@ -39,13 +39,20 @@ DialogAction CReportFileDialog::Press(size_t index) {
   return answer == IDYES ? DialogAction::kClose : DialogAction::kStay;
 }
 
-bool SaveRoomReport(const std::vector<RoomRow>& rows, const std::string& document_file_name) {
+bool SaveRoomReport(const std::vector<RoomRow>& rows, const std::string& document_file_name,
+                    const AcDbDatabase* database) {
   CReportFileDialog dialog(DefaultReportName(document_file_name));
   if (fx::ShowDialog(dialog) != CReportFileDialog::kSave) return false;
   std::vector<std::array<std::string, kRoomListColumnCount>> cells;
   cells.reserve(rows.size());
   for (const RoomRow& row : rows) cells.push_back(RowCells(row));
-  return WriteReportFile(dialog.path(), FormatReport(cells));
+  std::string warning;
+  const unsigned code_page = ReportCodePage(database, &warning);
+  if (!warning.empty()) acutPrintf("\nWarning: %s.", warning.c_str());
+  Unmappable unmappable;
+  if (!WriteReportFile(dialog.path(), FormatReport(cells, code_page, &unmappable))) return false;
+  if (unmappable.count > 0) acutPrintf("\nWarning: %s.", UnmappableWarning(code_page, unmappable).c_str());
+  return true;
 }
 
 }  // namespace fx::rooms

@@ -15,6 +15,8 @@
 #include "host/dialog.h"
 #include "rooms/room_list_rows.h"
 
+class AcDbDatabase;
+
 namespace fx::rooms {
 
 class CReportFileDialog : public fx::DialogModel {
@@ -38,9 +40,12 @@ class CReportFileDialog : public fx::DialogModel {
 
 // The Save button of the room list: asks for the file (default: the active
 // document's name, or "Report1", with ".csv") and writes the report of
-// `rows`. Nothing happens on Cancel; a file that cannot be written is
-// skipped without a message. True when the report was written.
-bool SaveRoomReport(const std::vector<RoomRow>& rows, const std::string& document_file_name);
+// `rows` in the report's code page for `database` (report.h). Nothing
+// happens on Cancel; a file that cannot be written is skipped without a
+// message. Characters the code page cannot hold are reported once. True
+// when the report was written.
+bool SaveRoomReport(const std::vector<RoomRow>& rows, const std::string& document_file_name,
+                    const AcDbDatabase* database);
 
 }  // namespace fx::rooms
 

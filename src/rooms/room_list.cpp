@@ -118,7 +118,8 @@ DialogAction CRoomListDlg::Press(size_t index) {
       DeleteAll();
       break;
     case kSave:
-      SaveRoomReport(rows_, document_ != nullptr ? document_->fileName() : "");
+      SaveRoomReport(rows_, document_ != nullptr ? document_->fileName() : "",
+                     document_ != nullptr ? document_->database() : nullptr);
       break;
     case kApply:
       Apply();

@@ -31,6 +31,10 @@ constexpr KnownSetting kKnownSettings[] = {
     {kExport, kVantoryDrawingVersion, kInteger, true, kDrawingVersionNeverChosen,
      "file format of drawings saved for the service: 29, 31 or 33 for the 2010, 2013 and 2018 "
      "formats, 255 for the current one; 254 means never chosen and acts as 255"},
+    {kExport, kAnsiCodePage, kInteger, true, 0,
+     "Windows code page of the room report and the .svgz text (1252, 1251, 936, 932, 65001 for "
+     "UTF-8...); 0 takes the one Windows takes for the user's locale (LC_ALL, LC_CTYPE, LANG), or "
+     "the drawing's $DWGCODEPAGE where the locale names no language"},
     {kConvert, kContourFloorAreaLayer, kString, true, 0, "layer holding the floor-area outline"},
     {kConvert, kContourLayer, kString, true, 0, "layer holding the room contours"},
     {kConvert, kIdentificationType, kInteger, true, 0,

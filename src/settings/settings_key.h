@@ -68,11 +68,11 @@ class SettingsKey {
   std::unique_ptr<State> state_;
 };
 
-// Opens the section's key for reading or for writing. When it is missing it
-// is created, even for a read, as the registry does. True when `key` is open.
-// False (key closed) when there is no settings file location, the file
-// cannot be read, or the missing key cannot be created; a read does not
-// create a key in a damaged file, since that would rewrite the file.
+// Opens the section's key for reading or for writing. A read never writes:
+// a missing key (or a missing file) reads as an empty key. For a write a
+// missing key is created. True when `key` is open. False (key closed) when
+// there is no settings file location, the file cannot be read, or the
+// missing key of a write cannot be created.
 bool OpenSettingsKey(int section, bool for_write, SettingsKey* key);
 
 }  // namespace fx::settings

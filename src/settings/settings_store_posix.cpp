@@ -1,6 +1,6 @@
 // The settings keys over the settings file (settings_file.h): the store on
 // platforms without a registry. Each open reads the file; each write locks,
-// re-reads, changes one value and replaces the file.
+// re-reads, changes one value and replaces the file. Reads never write.
 #include <string>
 #include <utility>
 
@@ -50,29 +50,21 @@ RegKey SnapshotOf(const RegFile& file, const std::string& key_path) {
   return key != nullptr ? *key : RegKey{key_path, {}};
 }
 
-// Creates the missing key, unless it appeared meanwhile. A read leaves a
-// damaged file alone, so it gets no key; *snapshot is set when the key is there.
-bool CreateKey(const std::string& path, const std::string& key_path, bool for_write,
-               RegKey* snapshot) {
-  bool created_or_found = false;
+// Creates the missing key for a write, unless it appeared meanwhile; sets
+// *snapshot.
+bool CreateKey(const std::string& path, const std::string& key_path, RegKey* snapshot) {
   std::string failure;
   const bool updated = UpdateSettingsFile(
       path,
       [&](LoadedSettingsFile& loaded) {
         ReportDamage(path, loaded);
-        if (loaded.file.HasKeyOrSubkey(key_path)) {
-          *snapshot = SnapshotOf(loaded.file, key_path);
-          created_or_found = true;
-          return false;
-        }
-        if (!for_write && !loaded.problems.empty()) return false;
-        *snapshot = loaded.file.FindOrAddKey(key_path);
-        created_or_found = true;
-        return true;
+        const bool found = loaded.file.HasKeyOrSubkey(key_path);
+        *snapshot = found ? SnapshotOf(loaded.file, key_path) : loaded.file.FindOrAddKey(key_path);
+        return !found;
       },
       &failure);
   if (!updated) ReportWriteFailure(path, failure);
-  return updated && created_or_found;
+  return updated;
 }
 
 }  // namespace
@@ -140,10 +132,9 @@ bool OpenSettingsKey(int section, bool for_write, SettingsKey* key) {
     return false;
   }
   ReportDamage(path, loaded);
-  RegKey snapshot;
-  if (loaded.file.HasKeyOrSubkey(key_path)) {
-    snapshot = SnapshotOf(loaded.file, key_path);
-  } else if (!CreateKey(path, key_path, for_write, &snapshot)) {
+  // A read never writes: a missing key reads as an empty one.
+  RegKey snapshot = SnapshotOf(loaded.file, key_path);
+  if (for_write && !loaded.file.HasKeyOrSubkey(key_path) && !CreateKey(path, key_path, &snapshot)) {
     return false;
   }
   key->state_ = std::make_unique<SettingsKey::State>(

@@ -40,6 +40,13 @@ pugi::xml_node Definitions(const SvgSkeleton& skeleton);
 std::string DocumentText(const pugi::xml_document& document);
 // Writes the same text to a writer.
 void WriteDocument(const pugi::xml_document& document, pugi::xml_writer& writer);
+// Writes it in a Windows code page that has an XML name (CodePageXmlName
+// in host/code_page.h), its declaration naming it ("windows-1252", "GBK");
+// a character the page cannot hold is written as a character reference
+// ("&#xD68C;"), which the drawing's names and texts may hold anywhere
+// (element and attribute names are ASCII, and the document has no comments
+// or CDATA). A page without an XML name gives the UTF-8 text.
+void WriteDocument(const pugi::xml_document& document, pugi::xml_writer& writer, unsigned code_page);
 
 }  // namespace fx::svg
 

@@ -49,15 +49,14 @@ class GzipWriter : public pugi::xml_writer {
   bool ok_ = true;
 };
 
-}  // namespace
-
-bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path, const char* gzip_mode,
-                     std::string* error) {
+// SaveXmlDocument, the text in `code_page`.
+bool Save(const pugi::xml_document& document, const std::string& path, const char* gzip_mode,
+          unsigned code_page, std::string* error) {
   TempFile file(path);
   if (!file.ok()) return Report(error, file.error());
   if (gzip_mode == nullptr) {
     FileWriter writer(file);
-    WriteDocument(document, writer);
+    WriteDocument(document, writer, code_page);
     if (!writer.ok()) return Report(error, file.error());
   } else {
     // zlib gets its own descriptor: gzclose closes it, the file keeps its
@@ -69,7 +68,7 @@ bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path
       return Report(error, path + ": cannot start compressing");
     }
     GzipWriter writer(gz);
-    WriteDocument(document, writer);
+    WriteDocument(document, writer, code_page);
     const bool closed = gzclose(gz) == Z_OK;
     if (!writer.ok() || !closed) return Report(error, path + ": cannot write the compressed text");
   }
@@ -77,12 +76,20 @@ bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path
   return true;
 }
 
+}  // namespace
+
+bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path, const char* gzip_mode,
+                     std::string* error) {
+  return Save(document, path, gzip_mode, kCodePageUtf8, error);
+}
+
 bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error) {
   return SaveXmlDocument(document, path, nullptr, error);
 }
 
-bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error) {
-  return SaveXmlDocument(document, path, "wb6f", error);
+bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error,
+              unsigned code_page) {
+  return Save(document, path, "wb6f", code_page, error);
 }
 
 }  // namespace fx::svg

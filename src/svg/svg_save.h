@@ -9,6 +9,8 @@
 
 #include <pugixml.hpp>
 
+#include "host/code_page.h"
+
 namespace fx::svg {
 
 // The document's text, plain or (with a zlib mode such as "wb9") through
@@ -22,8 +24,11 @@ bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path
 bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error = nullptr);
 
 // ".svgz": the same text compressed with zlib's gzip file interface, mode
-// "wb6f" (compression level 6, filtered strategy).
-bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error = nullptr);
+// "wb6f" (compression level 6, filtered strategy), in `code_page` (the
+// export gives the room report's, rooms/report.h) with a declaration naming
+// it; see WriteDocument in svg_document.h.
+bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error = nullptr,
+              unsigned code_page = kCodePageUtf8);
 
 }  // namespace fx::svg
 

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -16,6 +17,20 @@ std::string ReadFile(const std::string& path) {
   std::ostringstream content;
   content << file.rdbuf();
   return content.str();
+}
+
+ScopedEnvironmentVariable::ScopedEnvironmentVariable(const char* name, const char* value) : name_(name) {
+  if (const char* old = std::getenv(name)) {
+    was_set_ = true;
+    old_value_ = old;
+  }
+  if (value != nullptr) setenv(name, value, 1);
+  else unsetenv(name);
+}
+
+ScopedEnvironmentVariable::~ScopedEnvironmentVariable() {
+  if (was_set_) setenv(name_.c_str(), old_value_.c_str(), 1);
+  else unsetenv(name_.c_str());
 }
 
 ProgramResult RunProgram(const std::string& program, const std::vector<std::string>& args,

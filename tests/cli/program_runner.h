@@ -30,6 +30,21 @@ ProgramResult RunInTerminal(const std::string& program, const std::vector<std::s
 
 std::string ReadFile(const std::string& path);
 
+// Sets an environment variable of this process, and so of the programs it
+// runs, for its lifetime (a null value unsets it); then restores it.
+class ScopedEnvironmentVariable {
+ public:
+  ScopedEnvironmentVariable(const char* name, const char* value);
+  ~ScopedEnvironmentVariable();
+  ScopedEnvironmentVariable(const ScopedEnvironmentVariable&) = delete;
+  ScopedEnvironmentVariable& operator=(const ScopedEnvironmentVariable&) = delete;
+
+ private:
+  std::string name_;
+  bool was_set_ = false;
+  std::string old_value_;
+};
+
 }  // namespace fx::cli_test
 
 #endif  // FLOORXPORT_TESTS_CLI_PROGRAM_RUNNER_H_

@@ -140,3 +140,48 @@ TEST(DatabaseOpenTest, NewEntitiesTakeTheWorkingDatabaseDefaults) {
   EXPECT_EQ(text.height(), 3.5);
   EXPECT_EQ(sized.height(), 1.25);
 }
+
+// Some writers put an entity's layer, colour and the other groups every
+// entity has after its own subclass marker ("100 AcDbPolyline", then "8"),
+// with or without an empty AcDbEntity subclass before it. They are read
+// there, and an edit changes them there or adds a missing one beside them.
+TEST(DatabaseOpenTest, CommonGroupsAreReadAndWrittenWhereTheEntityKeepsThem) {
+  const std::string head =
+      "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$HANDSEED\n5\n2C\n0\nENDSEC\n0\nSECTION\n2\nTABLES\n"
+      "0\nTABLE\n2\nLAYER\n70\n2\n0\nLAYER\n2\n0\n70\n0\n62\n7\n0\nLAYER\n2\nRooms\n70\n0\n62\n1\n0\nENDTAB\n0\nENDSEC\n"
+      "0\nSECTION\n2\nENTITIES\n";
+  const std::string vertices = "90\n2\n70\n1\n10\n0\n20\n0\n10\n1\n20\n1\n";
+  const std::string after_empty_marker = "0\nLWPOLYLINE\n5\n2A\n100\nAcDbEntity\n100\nAcDbPolyline\n";
+  const std::string without_marker = "0\nLWPOLYLINE\n5\n2B\n100\nAcDbPolyline\n";
+  const std::string file = head + after_empty_marker + "8\nRooms\n62\n3\n6\nDASHED\n" + vertices +
+                           without_marker + "8\nRooms\n370\n25\n" + vertices + "0\nENDSEC\n0\nEOF\n";
+  auto path = WriteDrawing("late_common_groups.dxf", file);
+  auto db = Load(path);
+  ASSERT_NE(db, nullptr);
+  AcDbBlockTableRecord* model = nullptr;
+  ASSERT_EQ(acdbOpenObject(model, db->modelSpaceId(), AcDb::kForRead), Acad::eOk);
+  const std::vector<AcDbObjectId> ids = model->entityIds();
+  model->close();
+  ASSERT_EQ(ids.size(), 2u);
+  const struct {
+    uint16_t color;
+    const char* linetype;
+    AcDb::LineWeight weight;
+  } expected[] = {{3, "DASHED", AcDb::kLnWtByLayer}, {256, "ByLayer", AcDb::kLnWt025}};
+  for (size_t i = 0; i < ids.size(); ++i) {
+    AcDbEntity* entity = nullptr;
+    ASSERT_EQ(acdbOpenObject(entity, ids[i], AcDb::kForWrite), Acad::eOk);
+    EXPECT_EQ(entity->layer(), "Rooms") << i;
+    EXPECT_EQ(entity->colorIndex(), expected[i].color) << i;
+    EXPECT_EQ(entity->linetype(), expected[i].linetype) << i;
+    EXPECT_EQ(entity->lineWeight(), expected[i].weight) << i;
+    EXPECT_EQ(entity->setLayer("0"), Acad::eOk);
+    EXPECT_EQ(entity->setColorIndex(static_cast<uint16_t>(4 + i)), Acad::eOk);
+    entity->close();
+  }
+  auto out = std::filesystem::path(::testing::TempDir()) / "late_common_groups_edited.dxf";
+  std::string error;
+  ASSERT_EQ(db->impl()->Save(out.string(), /*stamp_update_time=*/false, &error), Acad::eOk) << error;
+  EXPECT_EQ(ReadBytes(out), head + after_empty_marker + "8\n0\n62\n4\n6\nDASHED\n" + vertices +
+                                without_marker + "8\n0\n62\n5\n370\n25\n" + vertices + "0\nENDSEC\n0\nEOF\n");
+}

@@ -75,6 +75,32 @@ TEST(Edit, ReplaceInsertEraseAreWrittenInTheFilesStyle) {
   EditAndCheck("mixed_line_endings.dxf", "  0\r\nCIRCLE\r\n  8\r\nWalls\r\n");
 }
 
+// Some R12 writers set every group code two blanks in ("  0", "  66", "  10")
+// instead of right-aligning it to three columns. A record written anew takes
+// that padding for a code of each width, and a tag it keeps keeps its own
+// code line, odd as it may be ("   2").
+TEST(Edit, RecordsWrittenAnewPadCodesAsTheFileDoes) {
+  const std::string insert = "  0\nINSERT\n  8\nStamps\n   2\nROOMTAG\n  10\n1.0\n  20\n2.0\n";
+  const std::unique_ptr<Document> doc =
+      ParseOrFail("  0\nSECTION\n  2\nENTITIES\n" + insert + "  0\nENDSEC\n  0\nEOF\n", "r12");
+  ASSERT_TRUE(doc);
+  const RecordId id = FindType(*doc, "INSERT");
+  std::vector<Tag> tags(doc->tags(id).begin(), doc->tags(id).end());
+  tags.insert(tags.begin() + 2, Tag{66, "1"});
+  tags.push_back({30, "0.0"});
+  tags.push_back({210, "0.0"});
+  ASSERT_TRUE(doc->ReplaceTags(id, tags));
+  const Tag attribute[] = {{0, "ATTRIB"}, {8, "Stamps"}, {1, "101"}, {2, "NAME"}, {70, "0"}};
+  ASSERT_NE(doc->InsertAfter(id, attribute), kNoRecord);
+  std::string written;
+  ASSERT_TRUE(WriteTo(*doc, &written).ok());
+  EXPECT_EQ(written,
+            "  0\nSECTION\n  2\nENTITIES\n"
+            "  0\nINSERT\n  8\nStamps\n  66\n1\n   2\nROOMTAG\n  10\n1.0\n  20\n2.0\n  30\n0.0\n  210\n0.0\n"
+            "  0\nATTRIB\n  8\nStamps\n  1\n101\n  2\nNAME\n  70\n0\n"
+            "  0\nENDSEC\n  0\nEOF\n");
+}
+
 TEST(Edit, BinaryDocumentsTakeEditsToo) {
   const std::unique_ptr<Document> ascii =
       ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "a");

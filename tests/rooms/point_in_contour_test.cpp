@@ -89,6 +89,41 @@ TEST(PointInContourTest, TheToleranceGivenDecidesWhatIsOnAnEdge) {
   EXPECT_TRUE(IsOnSegment({3, 3}, {3, 3}, {3, 3}));                 // a zero-length segment
 }
 
+// Coordinates on a grid of 2^-33 stay exact when moved by whole numbers to
+// site-plan coordinates, so moving a contour and a point there must change
+// no answer, also for points a fraction of the tolerance from an edge.
+TEST(PointInContourTest, AnswersDoNotChangeFarFromTheOrigin) {
+  std::mt19937 random(11);
+  std::uniform_real_distribution<double> unit(0, 1);
+  const auto on_grid = [](double v) { return std::ldexp(std::round(std::ldexp(v, 33)), -33); };
+  const AcGeVector2d far(164517, 477455);
+  int tested = 0;
+  for (int polygon = 0; polygon < 100; ++polygon) {
+    const int count = 3 + static_cast<int>(unit(random) * 8);
+    std::vector<AcGePoint2d> near_vertices, far_vertices;
+    for (int i = 0; i < count; ++i) {
+      const double angle = 2 * M_PI * (i + 0.8 * unit(random)) / count;
+      const double radius = 1 + 9 * unit(random);
+      near_vertices.emplace_back(on_grid(radius * std::cos(angle)), on_grid(radius * std::sin(angle)));
+      far_vertices.push_back(near_vertices.back() + far);
+    }
+    const ContourGeometry near_contour = Contour(near_vertices), far_contour = Contour(far_vertices);
+    for (int i = 0; i < count; ++i) {
+      const AcGePoint2d& a = near_vertices[i];
+      const AcGeVector2d edge = near_vertices[(i + 1) % count] - a;
+      const AcGeVector2d normal = AcGeVector2d(-edge.y, edge.x) * (1 / edge.length());
+      for (int step = -5; step <= 5; ++step) {
+        const AcGePoint2d along = a + edge * unit(random) + normal * (step * 3e-11);
+        const AcGePoint2d point(on_grid(along.x), on_grid(along.y));
+        EXPECT_EQ(TestPointInContour(point, near_contour), TestPointInContour(point + far, far_contour))
+            << "polygon " << polygon << " edge " << i << " step " << step;
+        ++tested;
+      }
+    }
+  }
+  EXPECT_GT(tested, 5000);
+}
+
 namespace bg = boost::geometry;
 using BoostPoint = bg::model::d2::point_xy<double>;
 using BoostPolygon = bg::model::polygon<BoostPoint, false, false>;  // counter-clockwise, open

@@ -235,6 +235,26 @@ TEST_F(ProgramTest, AnalysisThenRoomListReportAndNavigation) {
             std::string::npos);
 }
 
+// The report is in the code page Windows takes for the user's locale, GBK
+// (936) for zh_CN, whatever the locale's own character set. The Korean name
+// cannot be written in it: its characters become "?", and that is said once.
+TEST_F(ProgramTest, TheReportIsInTheCodePageOfTheUsersLocale) {
+  if (!HasConvert()) GTEST_SKIP() << "vantoryconvert is not in this build yet";
+  const fx::cli_test::ScopedEnvironmentVariable locale("LC_ALL", "zh_CN.UTF-8");
+  const std::string drawing = std::string(FX_ROOMS_UI_DATA) + "/rooms_cjk.dxf";
+  ProgramResult run = Run({"run", drawing, "-c", kConvertPlan, "-o", Path("analysed.dxf")});
+  ASSERT_EQ(run.exit_status, 0) << run.err << run.out;
+  ProgramResult rooms = Run({"rooms", Path("analysed.dxf"), "-o", Path("report.csv")});
+  EXPECT_EQ(rooms.exit_status, 0) << rooms.err;
+  EXPECT_EQ(ReadBytes(Path("report.csv")),
+            kReportHeader +
+                "\xBB\xE1\xD2\xE9\xCA\xD2,\xB0\xEC\xB9\xAB,\xB1\xB1\xC2\xA5,,100.0000,\r\n"
+                "???,\xB0\xEC\xB9\xAB,Caf\xA8\xA6,,100.0000,\r\n");
+  EXPECT_EQ(rooms.err,
+            "floorxport: warning: the report is written in code page 936, which cannot hold 3 characters "
+            "(the first is U+D68C \"\ud68c\"): they are written as \"?\"\n");
+}
+
 TEST_F(ProgramTest, TheSampleFloorAnalysedThenListed) {
   if (!HasConvert()) GTEST_SKIP() << "vantoryconvert is not in this build yet";
   ProgramResult run = Run({"run", SampleFloor(), "-c",

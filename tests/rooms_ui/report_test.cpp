@@ -1,13 +1,20 @@
 // The room report: its bytes (NUL after each header field, CRLF, no
-// quoting, Windows-1252), the default name, the conversion, the file write.
+// quoting), its code page and the conversion, the default name, the file
+// write.
 #include "rooms/report.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
+#include "host/code_page.h"
+#include "program_runner.h"
 #include "rooms_ui_fixture.h"
+#include "settings/known_settings.h"
+#include "settings/settings.h"
 
 namespace fx::rooms_test {
 namespace {
@@ -75,6 +82,66 @@ TEST(ReportTest, Utf8ToWindows1252) {
   for (const auto& c : cases) {
     EXPECT_EQ(fx::rooms::Utf8ToAnsi(c.utf8), c.ansi) << c.utf8;
   }
+}
+
+TEST(ReportTest, Utf8ToTheOtherCodePagesCountingWhatTheyCannotHold) {
+  fx::rooms::Unmappable unmappable;
+  EXPECT_EQ(fx::rooms::Utf8ToAnsi("\u041a\u0430\u0431\u0438\u043d\u0435\u0442", 1251, &unmappable),
+            "\xCA\xE0\xE1\xE8\xED\xE5\xF2");
+  EXPECT_EQ(fx::rooms::Utf8ToAnsi("\u4f1a\u8bae\u5ba4", 936, &unmappable), "\xBB\xE1\xD2\xE9\xCA\xD2");
+  EXPECT_EQ(fx::rooms::Utf8ToAnsi("\u4f1a\u8b70\u5ba4", 932, &unmappable), "\x89\xEF\x8B\x63\x8E\xBA");
+  EXPECT_EQ(fx::rooms::Utf8ToAnsi("\u03a9 \U0001F600", fx::kCodePageUtf8, &unmappable), "\u03a9 \U0001F600");
+  EXPECT_EQ(unmappable.count, 0u);
+  EXPECT_EQ(fx::rooms::Utf8ToAnsi("Caf\u00e9 \ud68c\uc758 \u00e9", 936, &unmappable), "Caf\xA8\xA6 ?? \xA8\xA6");
+  EXPECT_EQ(fx::rooms::Utf8ToAnsi("\u4e2d", 1252, &unmappable), "?");
+  EXPECT_EQ(unmappable.count, 3u);
+  EXPECT_EQ(unmappable.first, U'\ud68c');
+  EXPECT_EQ(fx::rooms::UnmappableWarning(936, unmappable),
+            "the report is written in code page 936, which cannot hold 3 characters (the first is U+D68C "
+            "\"\ud68c\"): they are written as \"?\"");
+}
+
+// The code page: the setting when it names one the host can write, else
+// the one Windows takes for the user's locale (LC_ALL before LC_CTYPE
+// before LANG; the locale's own character set does not count), else, where
+// the locale names no language, the drawing's $DWGCODEPAGE.
+TEST_F(RoomsUiTest, TheReportsCodePageIsTheSettingsTheLocalesOrTheDrawings) {
+  std::string drawing = ReadBytes(BaseDrawing());
+  const size_t page = drawing.find("ANSI_1252");
+  ASSERT_NE(page, std::string::npos);
+  drawing.replace(page, 9, "ANSI_1251");
+  std::ofstream(dir_ + "/cyrillic.dxf", std::ios::binary) << drawing;
+  Open(dir_ + "/cyrillic.dxf");
+  const fx::cli_test::ScopedEnvironmentVariable all("LC_ALL", nullptr), ctype("LC_CTYPE", nullptr),
+      lang("LANG", nullptr);
+  const struct {
+    const char* lang;
+    unsigned code_page;
+  } cases[] = {
+      {"zh_CN.UTF-8", 936}, {"zh_TW.Big5", 950},     {"ja_JP.eucJP", 932}, {"ru_RU.KOI8-R", 1251},
+      {"sr_RS@latin", 1250}, {"de_DE.UTF-8", 1252}, {"C.UTF-8", 1251},    {"POSIX", 1251},
+      {"", 1251},
+  };
+  for (const auto& c : cases) {
+    setenv("LANG", c.lang, 1);
+    EXPECT_EQ(fx::rooms::ReportCodePage(&db()), c.code_page) << c.lang;
+  }
+  EXPECT_EQ(fx::rooms::ReportCodePage(nullptr), 1252u);  // no locale, no drawing
+  setenv("LANG", "de_DE.UTF-8", 1);
+  setenv("LC_CTYPE", "el_GR.UTF-8", 1);
+  EXPECT_EQ(fx::rooms::ReportCodePage(&db()), 1253u);
+  setenv("LC_ALL", "tr_TR.UTF-8", 1);
+  EXPECT_EQ(fx::rooms::ReportCodePage(&db()), 1254u);
+
+  std::string warning;
+  ASSERT_TRUE(fx::settings::SetSettingInt(fx::settings::kAnsiCodePage, 65001, 0));
+  EXPECT_EQ(fx::rooms::ReportCodePage(&db(), &warning), fx::kCodePageUtf8);
+  EXPECT_EQ(warning, "");
+  ASSERT_TRUE(fx::settings::SetSettingInt(fx::settings::kAnsiCodePage, 12345, 0));
+  EXPECT_EQ(fx::rooms::ReportCodePage(&db(), &warning), 1254u);
+  EXPECT_EQ(warning,
+            "the setting \"ANSI Code Page\" names code page 12345, which cannot be written: the user's "
+            "code page is taken");
 }
 
 TEST(ReportTest, TheDefaultNameIsTheDrawingsNameWithoutFolderAndExtension) {

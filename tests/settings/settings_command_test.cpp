@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include "settings/known_settings.h"
@@ -55,6 +56,18 @@ TEST_F(SettingsCommandTest, ListsEveryKnownValueWithSectionKindValueAndDefault) 
   EXPECT_EQ(lines.back(),
             "Server          Last used server                       string   (not set)  \"\"");
   EXPECT_EQ(err_.str(), "");
+}
+
+// Listing reads every section and writes nothing: no file where there was
+// none, and a file without some of the sections stays as it was.
+TEST_F(SettingsCommandTest, ListingNeverWrites) {
+  ASSERT_TRUE(SetSettingString(kExportFileFormat, "SVG", 0));
+  const std::string one_section = ReadFileBytes(settings_path_);
+  ASSERT_EQ(Run({}), 0) << err_.str();
+  EXPECT_EQ(ReadFileBytes(settings_path_), one_section);
+  ASSERT_TRUE(std::filesystem::remove(settings_path_));
+  ASSERT_EQ(Run({}), 0) << err_.str();
+  EXPECT_FALSE(testing::FileExists(settings_path_));
 }
 
 TEST_F(SettingsCommandTest, SetTakesTheKindAndSectionOfAKnownName) {

@@ -39,15 +39,18 @@ TEST(SettingsKeyPath, IsBuiltByConcatenationWithTheTrailingBackslash) {
   EXPECT_EQ(SettingsFileKeyPath(2), "HKEY_CURRENT_USER\\Software\\PlanVault\\VantoryApp\\Server");
 }
 
-TEST_F(SettingsTest, TheFirstReadCreatesTheSectionAndReturnsTheDefault) {
+// Reads give the default for a missing file or section and write nothing;
+// the first write creates the file with the one section it needs.
+TEST_F(SettingsTest, AReadNeverWritesTheFirstWriteCreatesTheSection) {
   EXPECT_EQ(GetSettingInt(kVantoryDrawingVersion, 254, 0), 254);
+  EXPECT_EQ(GetSettingString(kServerList, 2), "");
+  EXPECT_FALSE(testing::FileExists(settings_path_));
+  ASSERT_TRUE(SetSettingInt(kDrawBox, 1, 0));
   const std::string bytes = ReadFileBytes(settings_path_);
   EXPECT_TRUE(bytes.starts_with("\xFF\xFE"));  // UTF-16LE with its byte order mark
-  EXPECT_EQ(FileText(), RegText(std::string(kExportHeader) + "\r\n"));
+  EXPECT_EQ(FileText(), RegText(std::string(kExportHeader) + "\"Draw Box\"=hex(0):01,00,00,00\r\n\r\n"));
   EXPECT_EQ(GetSettingString(kServerList, 2), "");
-  EXPECT_EQ(FileText(), RegText(std::string(kExportHeader) +
-                                "\r\n[HKEY_CURRENT_USER\\Software\\PlanVault\\VantoryApp\\Server]"
-                                "\r\n\r\n"));
+  EXPECT_EQ(ReadFileBytes(settings_path_), bytes);
   EXPECT_TRUE(diagnostics_.empty());
 }
 
@@ -135,10 +138,9 @@ TEST_F(SettingsTest, SectionsOtherThan0To2AddressTheApplicationKey) {
   ASSERT_TRUE(SetSettingInt("Three", 3, 3));
   EXPECT_EQ(GetSettingInt("Three", 0, 7), 3);
   EXPECT_EQ(GetSettingInt("Three", 0, -1), 3);
-  EXPECT_EQ(GetSettingInt("Three", 0, 0), 0);
+  EXPECT_EQ(GetSettingInt("Three", 0, 0), 0);  // ExportOptions, which is not there
   EXPECT_EQ(FileText(), RegText("[HKEY_CURRENT_USER\\Software\\PlanVault\\VantoryApp]\r\n"
-                                "\"Three\"=hex(0):03,00,00,00\r\n\r\n" +
-                                std::string(kExportHeader) + "\r\n"));
+                                "\"Three\"=hex(0):03,00,00,00\r\n\r\n"));
 }
 
 TEST_F(SettingsTest, UnknownKeysAndValuesAreKeptOnRewrite) {
@@ -183,7 +185,7 @@ TEST_F(SettingsTest, TheDuplicateNameFlagMirrorsTheValue) {
 }
 
 TEST_F(SettingsTest, TheTableHasEveryValueOnceWithItsDefaults) {
-  EXPECT_EQ(KnownSettings().size(), 23u);
+  EXPECT_EQ(KnownSettings().size(), 24u);
   for (const KnownSetting& setting : KnownSettings()) {
     EXPECT_EQ(FindKnownSetting(setting.name), &setting) << setting.name;
   }

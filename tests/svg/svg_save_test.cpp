@@ -80,6 +80,43 @@ TEST_F(SvgSaveTest, SvgzIsTheTextCompressed) {
   EXPECT_EQ(Names(), std::vector<std::string>{"plan.svgz"});
 }
 
+// In a code page the text is the same document: the declaration names the
+// page, and a character the page cannot hold is a character reference.
+TEST_F(SvgSaveTest, SvgzInACodePageNamesItAndKeepsEveryCharacter) {
+  PvSvgWorldDraw draw(nullptr, {{0, 0}, {10, 10}}, {});
+  draw.pushModelTransform(fx::svg::WorldToSvg({{0, 0}, {10, 10}}));
+  draw.text({1, 5, 0}, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, "caf\xC3\xA9 \xE4\xB8\xAD <&>", true, Style());
+  const std::unique_ptr<pugi::xml_document> document = draw.takeDocument();
+  std::string utf8 = fx::svg::DocumentText(*document);
+  const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
+  ASSERT_TRUE(utf8.starts_with(declaration));
+  utf8.erase(0, declaration.size());
+  const auto replaced = [&](std::string text, std::string_view from, std::string_view to) {
+    for (size_t at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+      text.replace(at, from.size(), to);
+    return text;
+  };
+  const struct {
+    unsigned code_page;
+    const char* declared;
+    const char* e_acute;
+    const char* zhong;
+  } cases[] = {
+      {1252, "windows-1252", "\xE9", "&#x4E2D;"},
+      {936, "GBK", "\xA8\xA6", "\xD6\xD0"},
+      {949, "EUC-KR", "&#xE9;", "\xF1\xE9"},
+      {850, "UTF-8", "\xC3\xA9", "\xE4\xB8\xAD"},  // no XML name readers agree on
+  };
+  for (const auto& c : cases) {
+    const fs::path path = dir_ / ("plan-" + std::to_string(c.code_page) + ".svgz");
+    std::string error;
+    ASSERT_TRUE(fx::svg::SaveSvgz(*document, path.string(), &error, c.code_page)) << error;
+    EXPECT_EQ(Gunzip(path), "<?xml version=\"1.0\" encoding=\"" + std::string(c.declared) + "\"?>" +
+                                replaced(replaced(utf8, "\xC3\xA9", c.e_acute), "\xE4\xB8\xAD", c.zhong))
+        << c.code_page;
+  }
+}
+
 TEST_F(SvgSaveTest, ReplacesAnExistingFile) {
   const fs::path path = dir_ / "plan.svg";
   std::ofstream(path) << "old";

@@ -30,7 +30,8 @@ the analysis stored on the drawing's entities; nothing is analysed again.
 
 Options:
   -o, --output REPORT.csv  also write the list as the room list's report
-                           (comma-separated, Windows-1252, as "Save" writes it)
+                           (comma-separated, in the code page Windows takes
+                           for the locale, as "Save" writes it)
   -h, --help               show this help
 )";
 
@@ -101,10 +102,15 @@ int RoomsSubcommand(std::span<const std::string> args) {
                      Table(cells) +
                      "Floor area: " + fx::rooms::AreaCell(fx::rooms::FloorArea(database)) + "\n");
   if (output) {
-    if (!fx::rooms::WriteReportFile(*output, fx::rooms::FormatReport(cells))) {
+    std::string setting_warning;
+    const unsigned code_page = fx::rooms::ReportCodePage(&database, &setting_warning);
+    if (!setting_warning.empty()) warn(setting_warning);
+    fx::rooms::Unmappable unmappable;
+    if (!fx::rooms::WriteReportFile(*output, fx::rooms::FormatReport(cells, code_page, &unmappable))) {
       terminal->WriteErr("floorxport: cannot write the report to " + *output + "\n");
       return kExitFailure;
     }
+    if (unmappable.count > 0) warn(fx::rooms::UnmappableWarning(code_page, unmappable));
     terminal->WriteOut("Report: " + *output + "\n");
   }
   return kExitOk;

@@ -113,6 +113,10 @@ Acad::ErrorStatus AcDbDatabase::getAcDbObjectId(AcDbObjectId& id, bool, const Ac
 
 std::string AcDbDatabase::version() const { return std::string(imp_->document().acadver()); }
 
+std::string AcDbDatabase::dwgcodepage() const {
+  return std::string(fx::dxf::TrimBlanks(HeaderValue(*imp_, "$DWGCODEPAGE", 3)));
+}
+
 AcDbDate AcDbDatabase::tduupdate() const {
   return AcDbDate::fromJulian(fx::dxf::ParseDouble(HeaderValue(*imp_, "$TDUUPDATE", 40)).value_or(0));
 }

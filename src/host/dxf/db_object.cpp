@@ -100,9 +100,18 @@ AcDbObjectId AcDbObject::extensionDictionary() const {
 
 namespace {
 
-constexpr std::string_view kEntitySubclass = "AcDbEntity";
+// Reads of the common groups look where the entity keeps them (see
+// TagList::EntityCommon); writes change that tag in place or add one where
+// the layout wants it.
+TagList::Range EntityRange(const TagList& tags) { return tags.EntityCommon(); }
 
-TagList::Range EntityRange(const TagList& tags) { return tags.Subclass(kEntitySubclass); }
+void SetCommon(TagList& tags, int code, std::string_view value) {
+  const size_t at = tags.Find(code, tags.EntityCommon());
+  if (at != TagList::kNotFound) tags.SetValue(at, value);
+  else tags.Insert(tags.EntityCommonInsertAt(), code, value);
+}
+
+void SetCommon(TagList& tags, int code, int64_t value) { SetCommon(tags, code, std::to_string(value)); }
 
 AcDbStub* LayerStub(const AcDbObject& entity) {
   AcDbImpDatabase* db = entity.impl()->database();
@@ -137,7 +146,7 @@ Acad::ErrorStatus AcDbEntity::setLayer(const char* name) {
     stored = db->codec().Encode(name);
   }
   TagList& tags = impl()->mutable_tags();
-  tags.SetString(8, stored, EntityRange(tags));
+  SetCommon(tags, 8, stored);
   return Acad::eOk;
 }
 
@@ -171,12 +180,12 @@ Acad::ErrorStatus AcDbEntity::setColor(const AcCmColor& color) {
   TagList& tags = impl()->mutable_tags();
   tags.EraseCode(420, EntityRange(tags));
   if (color.isByColor()) {
-    tags.SetInt(62, 7, EntityRange(tags));
-    tags.SetInt(420, static_cast<int64_t>(color.rgb()), EntityRange(tags));
+    SetCommon(tags, 62, int64_t{7});
+    SetCommon(tags, 420, static_cast<int64_t>(color.rgb()));
   } else if (color.isByLayer()) {
     tags.EraseCode(62, EntityRange(tags));
   } else {
-    tags.SetInt(62, color.colorIndex(), EntityRange(tags));
+    SetCommon(tags, 62, int64_t{color.colorIndex()});
   }
   return Acad::eOk;
 }
@@ -207,7 +216,7 @@ Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool subent
   if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
   if (impl()->database() && !impl()->database()->has_subclass_markers()) return Acad::eOk;
   TagList& tags = impl()->mutable_tags();
-  tags.SetInt(370, weight, EntityRange(tags));
+  SetCommon(tags, 370, int64_t{weight});
   if (!subents) return Acad::eOk;
   for (AcDbObjectId child : fx::dxf::SubEntityIds(*this)) {
     AcDbEntity* sub = nullptr;

@@ -1,6 +1,8 @@
 // ASCII DXF: each tag is two lines, the group code and the value. The reader splits lines
 // with memchr, keeps values as views into the file's bytes, and checks that numeric values
 // read as numbers, since broken numbers would turn into broken geometry further up.
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -67,11 +69,50 @@ const char* LineStart(const char* line_end, const char* body_begin) {
   return p;
 }
 
+// How many code lines of each width (1 to 5 digits) have how many leading blanks (0 to 7).
+using CodeBlankCounts = std::array<std::array<uint32_t, 8>, AsciiStyle::kWidths>;
+
+void CountBlanks(std::string_view code_line, CodeBlankCounts* counts) {
+  size_t blanks = 0;
+  while (blanks < code_line.size() && code_line[blanks] == ' ') ++blanks;
+  const size_t digits = TrimBlanks(code_line).size();
+  if (digits >= 1 && digits <= counts->size() && blanks < (*counts)[0].size()) {
+    ++(*counts)[digits - 1][blanks];
+  }
+}
+
+// The padding the file gives codes of each width: the most frequent one. A width it never
+// writes is right-aligned with the others when they all are, else padded like the widest
+// narrower one.
+std::array<uint8_t, AsciiStyle::kWidths> CodeBlanks(const CodeBlankCounts& counts) {
+  std::array<uint8_t, AsciiStyle::kWidths> blanks = AsciiStyle{}.code_blanks;
+  std::array<bool, AsciiStyle::kWidths> seen{};
+  for (size_t width = 0; width < counts.size(); ++width) {
+    const auto most = std::max_element(counts[width].begin(), counts[width].end());
+    seen[width] = *most > 0;
+    if (seen[width]) blanks[width] = static_cast<uint8_t>(most - counts[width].begin());
+  }
+  if (!seen[0]) return blanks;  // no 0-tags: no file to follow
+  const int field = blanks[0] + 1;
+  const auto aligned = [field](size_t width) {
+    return static_cast<uint8_t>(std::max(0, field - static_cast<int>(width) - 1));
+  };
+  bool right_aligned = true;
+  for (size_t width = 0; width < blanks.size(); ++width) {
+    right_aligned &= !seen[width] || blanks[width] == aligned(width);
+  }
+  for (size_t width = 1; width < blanks.size(); ++width) {
+    if (!seen[width]) blanks[width] = right_aligned ? aligned(width) : blanks[width - 1];
+  }
+  return blanks;
+}
+
 std::string Place(std::string_view name, int64_t line) {
   return std::string(name) + ":" + std::to_string(line) + ": ";
 }
 
 struct ScanResult {
+  CodeBlankCounts code_blanks{};
   size_t record_count = 0;
   const char* tail = nullptr;  // the first byte after the last tag read
   bool saw_eof = false;
@@ -99,6 +140,7 @@ class TagScanner {
         if (result->record_count == 0) return NotDxf(line, error);
         return Fail(line, "invalid group code '" + QuoteForMessage(code_line) + "'", error);
       }
+      CountBlanks(code_line, &result->code_blanks);
       if (code_newline == nullptr || code_newline + 1 == end_) {
         return Fail(
             line,
@@ -238,7 +280,7 @@ bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink) {
       static_cast<const char*>(std::memchr(body_begin, '\n', bytes.size() - doc.head_size_));
   doc.ascii_style_.crlf =
       first_newline != nullptr && first_newline > body_begin && first_newline[-1] == '\r';
-  doc.ascii_style_.padded_codes = bytes[doc.records_.front().original_begin] == ' ';
+  doc.ascii_style_.code_blanks = CodeBlanks(scan.code_blanks);
   return true;
 }
 

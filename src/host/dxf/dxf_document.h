@@ -5,6 +5,7 @@
 #error "host/dxf belongs to the headless host; plug-in code uses the host API in host/"
 #endif
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -21,8 +22,11 @@ namespace fx::dxf {
 
 // How an ASCII file writes its lines, detected on load and used for records written anew.
 struct AsciiStyle {
-  bool crlf = true;          // "\r\n" line ends, else "\n"
-  bool padded_codes = true;  // group codes right-aligned to width 3 ("  0", " 10", "100")
+  static constexpr size_t kWidths = 5;  // group codes have 1 to 5 digits
+  bool crlf = true;  // "\r\n" line ends, else "\n"
+  // The blanks before a group code of 1, 2, ... digits: by default right-aligned to width 3
+  // ("  0", " 10", "100", "1001"). Some writers set every code two blanks in ("  0", "  66").
+  std::array<uint8_t, kWidths> code_blanks = {2, 1, 0, 0, 0};
 };
 
 // A DXF file as a list of records. A record is a group-code-0 tag with all tags that follow
@@ -85,6 +89,7 @@ class Document {
   const std::string& name() const { return name_; }
   Encoding encoding() const { return encoding_; }
   size_t source_size() const { return bytes_.size(); }  // of the file as loaded
+  std::string_view source_bytes() const { return bytes_; }
   const AsciiStyle& ascii_style() const { return ascii_style_; }
   bool binary_two_byte_codes() const { return binary_two_byte_codes_; }
   std::string_view head() const { return std::string_view(bytes_).substr(0, head_size_); }

@@ -23,6 +23,9 @@ class IconvEncoder {
   IconvEncoder(const IconvEncoder&) = delete;
   IconvEncoder& operator=(const IconvEncoder&) = delete;
 
+  // False when the C library lacks the charset: then every character fails.
+  bool ok() const { return handle_ != nullptr; }
+
   // Appends `utf8_character` (one code point) in the charset; false, appending nothing,
   // when the charset cannot hold it.
   bool EncodeCharacter(std::string_view utf8_character, std::string* out);

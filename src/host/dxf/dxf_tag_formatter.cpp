@@ -1,8 +1,10 @@
 #include "host/dxf/dxf_tag_formatter.h"
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 #include "host/dxf/dxf_binary_format.h"
@@ -71,16 +73,41 @@ bool TagFormatter::AppendAscii(const Tag& tag, std::string* out, std::string* fa
     return false;
   }
   const std::string_view line_end = style_.crlf ? "\r\n" : "\n";
-  char code[16];
-  const auto [end, ec] = std::to_chars(code, code + sizeof code, tag.code);
-  (void)ec;
-  const auto digits = static_cast<size_t>(end - code);
-  if (style_.padded_codes && digits < 3) out->append(3 - digits, ' ');
-  out->append(code, digits);
+  if (const std::string_view kept = SourceCodeLine(tag); !kept.empty()) {
+    out->append(kept);
+  } else {
+    char code[16];
+    const auto [end, ec] = std::to_chars(code, code + sizeof code, tag.code);
+    (void)ec;
+    const auto digits = static_cast<size_t>(end - code);
+    out->append(style_.code_blanks[std::min(digits, AsciiStyle::kWidths) - 1], ' ');
+    out->append(code, digits);
+  }
   out->append(line_end);
   out->append(tag.value);
   out->append(line_end);
   return true;
+}
+
+std::string_view TagFormatter::SourceCodeLine(const Tag& tag) const {
+  if (source_.empty()) return {};
+  const char* value = tag.value.data();
+  const std::less_equal<const char*> at_most;
+  // The value must start a line of the source that follows a code line.
+  if (value == nullptr || !at_most(source_.data() + 1, value) ||
+      !at_most(value + tag.value.size(), source_.data() + source_.size()) || value[-1] != '\n') {
+    return {};
+  }
+  const char* code_end = value - 1;
+  if (code_end > source_.data() && code_end[-1] == '\r') --code_end;
+  const char* code_begin = code_end;
+  while (code_begin > source_.data() && code_begin[-1] != '\n') --code_begin;
+  const std::string_view line(code_begin, static_cast<size_t>(code_end - code_begin));
+  const std::string_view digits = TrimBlanks(line);
+  int code = -1;
+  const auto [end, ec] = std::from_chars(digits.data(), digits.data() + digits.size(), code);
+  const bool same_code = ec == std::errc() && end == digits.data() + digits.size() && code == tag.code;
+  return same_code ? line : std::string_view();
 }
 
 void TagFormatter::AppendBinaryCode(int code, std::string* out) const {

@@ -7,6 +7,7 @@
 
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "host/dxf/dxf_document.h"
 
@@ -15,7 +16,11 @@ namespace fx::dxf {
 // Turns tags into file bytes in one encoding and style.
 class TagFormatter {
  public:
-  static TagFormatter Ascii(const AsciiStyle& style) { return TagFormatter(style, false, false); }
+  // `source`: the ASCII file the tags were read from, if any. A tag whose value is still a line
+  // of it is written with the group code line it had there, padding and all.
+  static TagFormatter Ascii(const AsciiStyle& style, std::string_view source = {}) {
+    return TagFormatter(style, false, false, source);
+  }
   static TagFormatter Binary(bool two_byte_codes) { return TagFormatter({}, true, two_byte_codes); }
 
   // Appends the tags to *out. On a value the encoding cannot hold, returns false with
@@ -23,8 +28,11 @@ class TagFormatter {
   bool Append(std::span<const Tag> tags, std::string* out, std::string* failure) const;
 
  private:
-  TagFormatter(const AsciiStyle& style, bool binary, bool two_byte_codes)
-      : style_(style), binary_(binary), two_byte_codes_(two_byte_codes) {}
+  TagFormatter(const AsciiStyle& style, bool binary, bool two_byte_codes, std::string_view source = {})
+      : style_(style), binary_(binary), two_byte_codes_(two_byte_codes), source_(source) {}
+
+  // The code line (without its line end) that `tag` had in the source, or empty.
+  std::string_view SourceCodeLine(const Tag& tag) const;
 
   bool AppendAscii(const Tag& tag, std::string* out, std::string* failure) const;
   bool AppendBinary(const Tag& tag, std::string* out, std::string* failure) const;
@@ -33,6 +41,7 @@ class TagFormatter {
   AsciiStyle style_;
   bool binary_;
   bool two_byte_codes_;
+  std::string_view source_;
 };
 
 }  // namespace fx::dxf

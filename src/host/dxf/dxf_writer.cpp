@@ -48,8 +48,8 @@ class OriginalRun {
 
 TagFormatter FormatterFor(const Document& doc, Encoding target) {
   if (target == Encoding::kAscii) {
-    return TagFormatter::Ascii(doc.encoding() == Encoding::kAscii ? doc.ascii_style()
-                                                                  : AsciiStyle{});
+    if (doc.encoding() != Encoding::kAscii) return TagFormatter::Ascii(AsciiStyle{});
+    return TagFormatter::Ascii(doc.ascii_style(), doc.source_bytes());
   }
   return TagFormatter::Binary(doc.encoding() == Encoding::kBinary
                                   ? doc.binary_two_byte_codes()

@@ -124,7 +124,7 @@ Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbObjectId& id, AcDbAttr
     TagList tags;
     tags.Append(0, "SEQEND");
     tags.Append(100, "AcDbEntity");
-    tags.Append(8, fx::dxf::ReadName(impl()->tags(), 8, impl()->tags().Subclass("AcDbEntity"), "0"));
+    tags.Append(8, fx::dxf::ReadName(impl()->tags(), 8, impl()->tags().EntityCommon(), "0"));
     AcDbEntity* seqend = new AcDbEntity(std::make_unique<AcDbImpObject>(std::move(tags)));
     db->AddObject(seqend, before, StubKind::kEntity, self, self->handle);
     seqend->close();

@@ -28,6 +28,27 @@ TagList::Range TagList::Subclass(std::string_view marker) const {
   return has_markers ? Range{body.end, body.end} : body;
 }
 
+TagList::Range TagList::EntityCommon() const {
+  const Range entity = Subclass("AcDbEntity");
+  if (Find(8, entity) != kNotFound) return entity;
+  Range body = Body();
+  if (const size_t embedded = Find(101, body); embedded != kNotFound) body.end = embedded;
+  return body;
+}
+
+size_t TagList::EntityCommonInsertAt() const {
+  const Range body = Body();
+  const Range entity = Subclass("AcDbEntity");
+  const bool no_markers = entity.begin == body.begin;
+  if (no_markers || (tags_[entity.begin - 1].code == 100 &&
+                     TrimBlanks(tags_[entity.begin - 1].value) == "AcDbEntity")) {
+    return entity.end;
+  }
+  if (const size_t layer = Find(8, EntityCommon()); layer != kNotFound) return layer + 1;
+  const size_t marker = Find(100, body);
+  return marker != kNotFound ? marker : body.end;
+}
+
 size_t TagList::Find(int code, Range range) const {
   for (size_t i = range.begin; i < range.end && i < tags_.size(); ++i)
     if (tags_[i].code == code) return i;

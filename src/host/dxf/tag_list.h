@@ -53,6 +53,20 @@ class TagList {
   // Index of the first tag of extended data (group 1001), or size().
   size_t XDataBegin() const;
 
+  // The tags of an entity that hold the groups every entity has (layer 8,
+  // linetype 6, colour 62 and 420, lineweight 370, linetype scale 48,
+  // visibility 60, ...). The layout puts them in the AcDbEntity subclass, and
+  // that range is answered when it holds the layer (the whole body in files
+  // before R13). Some writers put them after another marker ("100
+  // AcDbPolyline" then "8"), or leave the AcDbEntity marker out: then the
+  // body up to an embedded object (group 101), where the first tag of a code
+  // is the entity's.
+  Range EntityCommon() const;
+  // Where a common group that the entity lacks goes: at the end of its
+  // AcDbEntity subclass; without that marker, right after its layer, else
+  // before its first marker.
+  size_t EntityCommonInsertAt() const;
+
   size_t Find(int code, Range range) const;
   size_t Find(int code) const { return Find(code, Body()); }
   std::string_view GetString(int code, Range range, std::string_view fallback = {}) const;

@@ -13,6 +13,9 @@ locked.dxf     one room whose floor, contour and name layers are locked.
 no_floor.dxf   rooms without a polyline on the floor-area layer.
 records.dxf    entities carrying records of versions 1.0, 1.1 and 1.2.
 anchors.dxf    labels anchored on a wall with their text inside the room.
+site_near.dxf  two rooms on either side of a slanted wall, one with a vertex
+site_far.dxf   on the wall and a stamp on it, near the origin and moved to
+               site-plan coordinates (164,517, 477,455).
 """
 import ezdxf
 
@@ -155,9 +158,35 @@ def anchors():
     doc.saveas("anchors.dxf")
 
 
+# Points 9.6e-11 from the wall (0, 0)-(14.25, 6), on the side of room A: on
+# the wall within the tolerance of 1e-10. Multiples of 2**-33, so that moving
+# them by whole numbers up to 2**18 keeps them exact.
+WALL_VERTEX = (5.2724999999627471, 2.2200000000884756)
+WALL_STAMP = (8.8349999999627471, 3.7200000000884756)
+
+
+def site(name, dx, dy):
+    doc = new_drawing()
+    msp = doc.modelspace()
+
+    def moved(points):
+        return [(x + dx, y + dy) for x, y in points]
+
+    msp.add_lwpolyline(moved([(-5, -5), (20, -5), (20, 15), (-5, 15)]), close=True, dxfattribs={"layer": "Floor"})
+    msp.add_lwpolyline(moved([(0, 0), (14.25, 6), (14.25, 10), (0, 10)]), close=True,
+                       dxfattribs={"layer": "Contours"})                               # A, above the wall
+    msp.add_lwpolyline(moved([(-2, -3), (16, -3), (16, 5), WALL_VERTEX]), close=True,
+                       dxfattribs={"layer": "Contours"})                               # B, below it
+    for label, (x, y) in (("A", (3, 8)), ("B", (10, 0)), ("W", WALL_STAMP)):
+        stamp(msp, x + dx, y + dy, label, description="Room " + label)
+    doc.saveas(name)
+
+
 if __name__ == "__main__":
     problems()
     locked()
     no_floor()
     records()
     anchors()
+    site("site_near.dxf", 0, 0)
+    site("site_far.dxf", 164517, 477455)

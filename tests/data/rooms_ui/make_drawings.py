@@ -19,6 +19,11 @@ rooms_plan.dxf: rooms_base.dxf with a floor to analyse (all in model space):
     (3,15)  " 101 " "Office"  "Twin"            in D, a duplicate of 101
     (13,22) "104"   "Storage" ""                in E
     (35,5)  "103"   "Office"  "Café"            in no contour
+rooms_cjk.dxf: rooms_base.dxf with two rooms named in Chinese and in Korean:
+  floor outline  (0,0)-(20,10) on FloorArea; contours (0,0)-(10,10) and
+  (10,0)-(20,10) on RoomContours; ROOMTAG inserts on RoomTags:
+    (5,5)   "会议室" "办公" "北楼"
+    (15,5)  "회의실" "办公" "Café"
 The files are committed; run this only to change them.
 """
 import os
@@ -68,9 +73,24 @@ def plan():
     return doc
 
 
+def cjk():
+    doc = base()
+    msp = doc.modelspace()
+    msp.add_lwpolyline([(0, 0), (20, 0), (20, 10), (0, 10)], close=True, dxfattribs={"layer": "FloorArea"})
+    for x0 in (0, 10):
+        msp.add_lwpolyline([(x0, 0), (x0 + 10, 0), (x0 + 10, 10), (x0, 10)], close=True,
+                           dxfattribs={"layer": "RoomContours"})
+    for point, values in (((5, 5), ("\u4f1a\u8bae\u5ba4", "\u529e\u516c", "\u5317\u697c")),
+                          ((15, 5), ("\ud68c\uc758\uc2e4", "\u529e\u516c", "Caf\u00e9"))):
+        insert = msp.add_blockref("ROOMTAG", point, dxfattribs={"layer": "RoomTags"})
+        insert.add_auto_attribs(dict(zip(("NAME", "CATEGORY", "DESCRIPTION"), values)))
+    return doc
+
+
 def main():
     base().saveas(os.path.join(HERE, "rooms_base.dxf"))
     plan().saveas(os.path.join(HERE, "rooms_plan.dxf"))
+    cjk().saveas(os.path.join(HERE, "rooms_cjk.dxf"))
     return 0
 
 
