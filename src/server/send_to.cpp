@@ -1,8 +1,10 @@
 #include "server/send_to.h"
 
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string_view>
 #include <vector>
 
 #include "export/export_formats.h"
@@ -28,6 +30,19 @@ namespace {
 
 constexpr int kVersion2018 = 33;
 
+// Whether the drawing's file is a DWG (by its name or its first bytes): the
+// host reads DWG by converting it and saves DXF only, so it is not saved over.
+bool IsDwgDrawingFile(const std::string& path) {
+  std::string extension = std::filesystem::path(path).extension().string();
+  for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  if (extension == ".dwg") return true;
+  std::ifstream file(path, std::ios::binary);
+  char head[6] = {};
+  return file.read(head, sizeof head) && std::string_view(head, 4) == "AC10" &&
+         std::isdigit(static_cast<unsigned char>(head[4])) &&
+         std::isdigit(static_cast<unsigned char>(head[5]));
+}
+
 bool ReadWhole(const std::string& path, std::vector<unsigned char>& bytes) {
   std::ifstream file(path, std::ios::binary);
   if (!file) return false;
@@ -42,6 +57,12 @@ int SendFromFolder(AcDbDatabase* database, const TempFolder& folder, const std::
   const std::string drawing_path = database->filename();
   if (drawing_path.empty()) {
     message = "ERROR: Can't extract local file path.";
+    return kFailed;
+  }
+  if (IsDwgDrawingFile(drawing_path)) {
+    message = "ERROR: The drawing \"" + drawing_path +
+              "\" is a DWG file; drawings are sent as DXF. Save it as DXF first "
+              "(floorxport convert DRAWING.dwg DRAWING.dxf) and send that file.";
     return kFailed;
   }
   ServerData record = ReadServerData(database);
