@@ -10,7 +10,8 @@ corpus: converts every DWG of CORPUS_DIR with `floorxport convert` and prints
   reads both and the entities per type and the layers' on/frozen/locked states
   are compared: the states must be equal; entity counts may differ only where
   LibreDWG is known to differ (proxy entities, tables and R13/R14 wipeouts are
-  dropped; a few entities of R13/R14 blocks), and every difference is listed.
+  dropped; up to 4 entities a type in R13/R14 blocks), and every difference is
+  listed.
 input: malformed DWGs fail cleanly (non-zero, nothing written, no temporary
   folder left), a missing converter says how to install it, and a drawing read
   from a DWG is never saved over a .dwg.
@@ -75,7 +76,7 @@ def contents(path):
     return types, layers
 
 
-def compare(ours, reference):
+def compare(ours, reference, slack):
     """Differences as text; the second list holds those beyond the tolerance."""
     (our_types, our_layers), (ref_types, ref_layers) = contents(ours), contents(reference)
     listed, beyond = [], []
@@ -84,7 +85,7 @@ def compare(ours, reference):
         if got == want:
             continue
         listed.append(f"{kind} {got}/{want}")
-        tolerated = (kind in DROPPED_TYPES and got < want) or abs(got - want) <= max(2, want // 50)
+        tolerated = (kind in DROPPED_TYPES and got < want) or abs(got - want) <= max(slack, want // 50)
         if not tolerated:
             beyond.append(listed[-1])
     for name in sorted(set(our_layers) | set(ref_layers)):
@@ -110,7 +111,7 @@ def corpus_table():
         converted += ok
         version = next((line.split(": ", 1)[1].split(" saved")[0] for line in result.stdout.splitlines()
                         if " saved as DXF" in line), "-")
-        dropped = [line.split("dropped ", 1)[1] for line in result.stderr.splitlines() if "dropped " in line]
+        dropped = [line.split("dropped ", 1)[1].removesuffix(" entities") for line in result.stderr.splitlines() if "dropped " in line]
         note = "; ".join(dropped)
         if dwg.name in KNOWN_FAILURES:
             check(not ok and not out.exists(), f"{dwg.name}: a known failure must fail cleanly")
@@ -119,7 +120,9 @@ def corpus_table():
             check(ok and out.exists(), f"{dwg.name}: not converted: {result.stderr.strip()}")
         reference = dwg.with_suffix(".dxf")
         if ok and reference.exists():
-            listed, beyond = compare(out, reference)
+            # R13/R14: LibreDWG also loses a few entities of the blocks of what it drops.
+            slack = 4 if "(R13)" in version or "(R14)" in version else 2
+            listed, beyond = compare(out, reference, slack)
             note = ("same entities and layer states" if not listed else "; ".join(listed)) + \
                    (f" [dropped: {note}]" if note else "")
             check(not beyond, f"{dwg.name}: beyond tolerance: {beyond}")
