@@ -59,12 +59,6 @@ int SendFromFolder(AcDbDatabase* database, const TempFolder& folder, const std::
     message = "ERROR: Can't extract local file path.";
     return kFailed;
   }
-  if (IsDwgDrawingFile(drawing_path)) {
-    message = "ERROR: The drawing \"" + drawing_path +
-              "\" is a DWG file; drawings are sent as DXF. Save it as DXF first "
-              "(floorxport convert DRAWING.dwg DRAWING.dxf) and send that file.";
-    return kFailed;
-  }
   ServerData record = ReadServerData(database);
   record.server = server;
   record.floor_id = floor_id;
@@ -119,6 +113,13 @@ int SendTo(AcDbDatabase* database, std::string& message, bool save, bool interac
   message.clear();
   if (database == nullptr) {
     message = "ERROR: Can't extract local file path.";
+    return kFailed;
+  }
+  // Sending saves the drawing over its file first: never DXF over a DWG.
+  if (const std::string path = database->filename(); IsDwgDrawingFile(path)) {
+    message = "ERROR: The drawing \"" + path +
+              "\" is a DWG file and is not sent: drawings are saved and sent as DXF. Save it "
+              "as DXF first (floorxport convert DRAWING.dwg DRAWING.dxf) and send that file.";
     return kFailed;
   }
   const ServerData record = ReadServerData(database);

@@ -14,7 +14,7 @@ corpus: converts every DWG of CORPUS_DIR with `floorxport convert` and prints
   listed.
 input: malformed DWGs fail cleanly (non-zero, nothing written, no temporary
   folder left), a missing converter says how to install it, and a drawing read
-  from a DWG is never saved over a .dwg.
+  from a DWG is never saved over a .dwg (--save, -o X.dwg, Send to).
 
 Exits 77 (skipped) when node or the corpus is absent, non-zero on a failure.
 """
@@ -166,8 +166,10 @@ def malformed_and_saving():
         result = floorxport(*args)
         check(result.returncode != 0 and "give -o" in result.stderr,
               f"{args[0]}: saving over a DWG must be refused: {result.stderr!r}")
+    result = floorxport("run", plan, "-c", "_vantorySendTo")
+    check("is a DWG file and is not sent" in result.stdout, f"Send to must refuse a DWG: {result.stdout!r}")
     check(plan.read_bytes() == original and not (temp / "copy.dwg").exists(), "a .dwg was written")
-    print("saving: -o OUT.dxf works; --save over the DWG and -o X.dwg are refused")
+    print("saving: -o OUT.dxf works; --save over the DWG, -o X.dwg and Send to are refused")
 
 
 if mode == "corpus":
