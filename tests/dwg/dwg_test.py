@@ -16,7 +16,8 @@ input: malformed DWGs fail cleanly (non-zero, nothing written, no temporary
   folder left), a missing converter says how to install it, and a drawing read
   from a DWG is never saved over a .dwg (--save, -o X.dwg, Send to).
 
-Exits 77 (skipped) when node or the corpus is absent, non-zero on a failure.
+Exits 77 (skipped) when node, the converter's package or the corpus is absent,
+non-zero on a failure.
 """
 
 import logging
@@ -39,8 +40,10 @@ KNOWN_FAILURES = {"example_2004.dwg"}
 DROPPED_TYPES = {"ACAD_PROXY_ENTITY", "ACAD_TABLE", "WIPEOUT"}
 
 mode, binary, corpus, temp = sys.argv[1], Path(sys.argv[2]), Path(sys.argv[3]), Path(sys.argv[4])
-if shutil.which("node") is None:
-    print("SKIP: node is not installed (bash scripts/setup)")
+converter = Path(os.environ.get("FLOORXPORT_DWG_CONVERTER",
+                                Path(__file__).resolve().parents[2] / "tools/dwg2dxf/convert.mjs"))
+if shutil.which("node") is None or not (converter.parent / "node_modules").is_dir():
+    print("SKIP: node or the DWG converter is not installed (bash scripts/setup)")
     sys.exit(SKIP)
 shutil.rmtree(temp, ignore_errors=True)
 temp.mkdir(parents=True)
