@@ -1,8 +1,10 @@
 #include "server/send_to.h"
 
+#include <cctype>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <string_view>
 #include <vector>
 
 #include "export/export_formats.h"
@@ -27,6 +29,19 @@ namespace fx::server {
 namespace {
 
 constexpr int kVersion2018 = 33;
+
+// Whether the drawing's file is a DWG (by its name or its first bytes): the
+// host reads DWG by converting it and saves DXF only, so it is not saved over.
+bool IsDwgDrawingFile(const std::string& path) {
+  std::string extension = std::filesystem::path(path).extension().string();
+  for (char& c : extension) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  if (extension == ".dwg") return true;
+  std::ifstream file(path, std::ios::binary);
+  char head[6] = {};
+  return file.read(head, sizeof head) && std::string_view(head, 4) == "AC10" &&
+         std::isdigit(static_cast<unsigned char>(head[4])) &&
+         std::isdigit(static_cast<unsigned char>(head[5]));
+}
 
 bool ReadWhole(const std::string& path, std::vector<unsigned char>& bytes) {
   std::ifstream file(path, std::ios::binary);
@@ -98,6 +113,13 @@ int SendTo(AcDbDatabase* database, std::string& message, bool save, bool interac
   message.clear();
   if (database == nullptr) {
     message = "ERROR: Can't extract local file path.";
+    return kFailed;
+  }
+  // Sending saves the drawing over its file first: never DXF over a DWG.
+  if (const std::string path = database->filename(); IsDwgDrawingFile(path)) {
+    message = "ERROR: The drawing \"" + path +
+              "\" is a DWG file and is not sent: drawings are saved and sent as DXF. Save it "
+              "as DXF first (floorxport convert DRAWING.dwg DRAWING.dxf) and send that file.";
     return kFailed;
   }
   const ServerData record = ReadServerData(database);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli_args.h"
+#include "host/dxf/dwg_input.h"
 #include "host/editor.h"
 #include "rooms/doc_data.h"
 #include "run_subcommand.h"
@@ -20,7 +21,7 @@ const char kAnalyzeUsage[] = R"(Usage: floorxport analyze DRAWING --floor-layer 
           | --name-layer LAYER --type-layer LAYER --description-layer LAYER)
          [options]
 
-Identifies the rooms of DRAWING (DXF) by running _vantoryconvert with the
+Identifies the rooms of DRAWING (DXF or DWG) by running _vantoryconvert with the
 answers given: marks the floor outline, matches every room identifier (an
 insert of the room block, or a text on the name layer) to the room contour
 that holds it, writes the room record on each identifier, and prints a
@@ -162,6 +163,8 @@ bool ReadRunOptions(const ParsedArgs& parsed, const AnalyzeArgs& args, RunOption
   std::error_code same_error;
   if (options.output && options.save_in_place) {
     *error = "give either -o or --save";
+  } else if (options.save_in_place && fx::dxf::IsDwgTarget(options.drawing)) {
+    *error = DwgSaveRefusal(options.drawing);
   } else if (options.output && std::filesystem::equivalent(*options.output, options.drawing, same_error)) {
     *error = "-o names the input drawing; use --save to write over it";
   } else {

@@ -88,4 +88,9 @@ std::optional<int> ParseDrawingAndOutput(std::span<const std::string> args, cons
   return std::nullopt;
 }
 
+std::string DwgSaveRefusal(const std::string& drawing) {
+  return "--save would write DXF over the DWG drawing " + drawing +
+         "; drawings are saved as DXF only: give -o OUT.dxf instead";
+}
+
 }  // namespace fx::cli

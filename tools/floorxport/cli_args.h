@@ -49,6 +49,9 @@ std::optional<int> ParseDrawingAndOutput(std::span<const std::string> args, cons
                                          const char* usage, std::string* drawing,
                                          std::optional<std::string>* output);
 
+// Why --save is refused for a DWG drawing (DXF is never written over a DWG).
+std::string DwgSaveRefusal(const std::string& drawing);
+
 }  // namespace fx::cli
 
 #endif  // FLOORXPORT_TOOLS_FLOORXPORT_CLI_ARGS_H_

@@ -19,11 +19,15 @@
 #include "host/dxf/console/module_registry.h"
 #include "host/dxf/console/terminal.h"
 #include "host/dxf/console/units_names.h"
+#include "host/dxf/drawing_io.h"
 #include "subcommands.h"
 
 namespace fx::cli {
 
 const char kInfoUsage[] = R"(Usage: floorxport info DRAWING [-o OUT.dxf]
+
+DRAWING is a DXF or a DWG (converted to DXF on reading: the DWG's version
+and the entities the conversion dropped are printed too).
 
 Prints the drawing's format version, units, extents, active view, its layers
 with the number of model-space entities on each, and the model-space
@@ -98,6 +102,12 @@ std::string Describe(AcDbDatabase& database, const std::string& path) {
   const int units = database.insunits();
   std::string text = "Drawing: " + path;
   text += "\nVersion: " + database.version();
+  if (const fx::dxf::DwgSource* dwg = fx::dxf::DwgSourceOf(database)) {
+    text += "\nDWG: " + dwg->version + " (" + dwg->release + "), read through DXF";
+    std::string dropped;
+    for (const std::string& item : dwg->dropped) dropped += (dropped.empty() ? "" : ", ") + item;
+    text += "\nDropped in conversion: " + (dropped.empty() ? std::string("nothing") : dropped);
+  }
   text += "\nUnits: " + std::to_string(units) + " (" + fx::console::InsunitsName(units) + ")";
   AcDbExtents extents;
   fx::console::ModelSpaceExtents(database, extents);

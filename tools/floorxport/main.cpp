@@ -30,6 +30,7 @@ constexpr Subcommand kSubcommands[] = {
     {"export", "export the floor as XML, floor documents or SVG", fx::cli::ExportSubcommand},
     {"info", "print a drawing's version, units, extents, layers and entities",
      fx::cli::InfoSubcommand},
+    {"convert", "save a DWG (or DXF) drawing as DXF", fx::cli::ConvertSubcommand},
     {"menu", "print the menu bar with the plug-in's menu and each item's macro",
      fx::cli::MenuSubcommand},
     {"rooms", "print the room list of an analysed drawing, write its report",

@@ -12,6 +12,7 @@
 #include "host/dxf/console/menu_bar.h"
 #include "host/dxf/console/module_registry.h"
 #include "host/dxf/console/terminal.h"
+#include "host/dxf/dwg_input.h"
 #include "host/menu.h"
 #include "plugin_modules.h"
 #include "subcommands.h"
@@ -20,7 +21,7 @@ namespace fx::cli {
 
 const char kRunUsage[] = R"(Usage: floorxport run DRAWING [options]
 
-Loads DRAWING (DXF), runs command lines through the registered commands as
+Loads DRAWING (DXF, or DWG converted on reading), runs command lines through the registered commands as
 if they were typed in the editor, and saves the drawing when asked. The
 transcript of prompts and answers goes to standard output.
 
@@ -105,6 +106,10 @@ bool ReadRunOptions(const ParsedArgs& parsed, RunOptions& options, std::string* 
   }
   if (options.output && options.save_in_place) {
     *error = "give either -o or --save";
+    return false;
+  }
+  if (options.save_in_place && fx::dxf::IsDwgTarget(options.drawing)) {
+    *error = DwgSaveRefusal(options.drawing);
     return false;
   }
   if (options.output && SameFile(*options.output, options.drawing)) {

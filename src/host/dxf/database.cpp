@@ -1,7 +1,13 @@
 // AcDbDatabase, object ids and opening objects in the headless host.
 #include "host/database.h"
 
+#include <cerrno>
 #include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 
 #include "host/dxf/drawing_io.h"
 #include "host/dxf/dxf_header_variables.h"
@@ -214,6 +220,72 @@ bool acdbRegApp(const char* name) {
 
 namespace fx::dxf {
 
+namespace {
+
+// A private folder (mode 0700) removed with what it holds.
+class PrivateTempDir {
+ public:
+  PrivateTempDir() {
+    const char* base = std::getenv("TMPDIR");
+    std::string pattern = std::string(base != nullptr && *base != '\0' ? base : "/tmp") +
+                          "/floorxport-dwg-XXXXXX";
+    if (::mkdtemp(pattern.data()) != nullptr) path_ = pattern;
+  }
+  ~PrivateTempDir() {
+    if (path_.empty()) return;
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  PrivateTempDir(const PrivateTempDir&) = delete;
+  PrivateTempDir& operator=(const PrivateTempDir&) = delete;
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+std::unique_ptr<AcDbDatabase> ReadDwgDrawing(const std::string& path, std::string* error,
+                                             DiagnosticSink& sink, const WarningSink& warnings) {
+  std::string message;
+  PrivateTempDir folder;
+  if (folder.path().empty()) {
+    message = path + ": cannot make a temporary folder to convert the DWG drawing: " +
+              std::strerror(errno);
+  }
+  DwgSource source;
+  const std::string dxf = folder.path() + "/drawing.dxf";
+  std::string bytes;
+  if (message.empty() && ConvertDwg(path, dxf, &source, &message)) {
+    std::ifstream file(dxf, std::ios::binary);
+    bytes.assign(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    if (!file.good() && !file.eof()) message = path + ": cannot read the converted drawing";
+  }
+  if (!message.empty()) {
+    if (error != nullptr) *error = message;
+    return nullptr;
+  }
+  LoadError load_error;
+  std::unique_ptr<Document> document = Document::Parse(std::move(bytes), path, &load_error, &sink);
+  if (document == nullptr) {
+    if (error != nullptr) *error = load_error.message + " (in the DXF converted from the DWG)";
+    return nullptr;
+  }
+  std::unique_ptr<AcDbImpDatabase> imp = AcDbImpDatabase::Build(std::move(document), error);
+  if (imp == nullptr) return nullptr;
+  if (warnings) {
+    for (const std::string& dropped : source.dropped)
+      warnings(path + ": converting the DWG dropped " + dropped + " entities");
+  }
+  imp->set_dwg_source(std::move(source));
+  return std::make_unique<AcDbDatabase>(std::move(imp));
+}
+
+}  // namespace
+
+const DwgSource* DwgSourceOf(const AcDbDatabase& database) {
+  return database.impl()->dwg_source();
+}
+
 std::unique_ptr<AcDbDatabase> ReadDrawing(const std::string& path, std::string* error,
                                           const WarningSink& warnings) {
   struct Sink : DiagnosticSink {
@@ -223,6 +295,7 @@ std::unique_ptr<AcDbDatabase> ReadDrawing(const std::string& path, std::string* 
     }
   } sink;
   sink.warnings = &warnings;
+  if (IsDwgFile(path)) return ReadDwgDrawing(path, error, sink, warnings);
   LoadError load_error;
   std::unique_ptr<Document> document = Document::Load(path, &load_error, &sink);
   if (document == nullptr) {

@@ -12,6 +12,7 @@
 #include <string>
 
 #include "host/database.h"
+#include "host/dxf/dwg_input.h"
 
 namespace fx::dxf {
 
@@ -22,6 +23,12 @@ using WarningSink = std::function<void(const std::string& message)>;
 // *error to a message naming the file and, where known, the line.
 std::unique_ptr<AcDbDatabase> ReadDrawing(const std::string& path, std::string* error,
                                           const WarningSink& warnings = nullptr);
+
+// Where the drawing was read from a DWG (converted to DXF on reading, see
+// dwg_input.h): its version and what the conversion dropped; else nullptr.
+// ReadDrawing reads a DWG (recognised by its first bytes) that way; the
+// database's filename() is the DWG's path, and saving it writes DXF only.
+const DwgSource* DwgSourceOf(const AcDbDatabase& database);
 
 // The database acdbHostApplicationServices()->workingDatabase() returns
 // (nullptr for none). The caller keeps it alive while it is set.

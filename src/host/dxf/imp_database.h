@@ -17,6 +17,7 @@
 
 #include "host/database.h"
 #include "host/dxf/db_stub.h"
+#include "host/dxf/dwg_input.h"
 #include "host/dxf/dxf_document.h"
 #include "host/dxf/handle_index.h"
 #include "host/dxf/tag_list.h"
@@ -99,6 +100,11 @@ class AcDbImpDatabase {
   // Whether the drawing was changed since it was read.
   bool modified() const { return modified_; }
   void MarkModified() { modified_ = true; }
+  // Set for a drawing read from a DWG (converted to DXF on reading).
+  const fx::dxf::DwgSource* dwg_source() const { return dwg_source_.get(); }
+  void set_dwg_source(fx::dxf::DwgSource source) {
+    dwg_source_ = std::make_unique<fx::dxf::DwgSource>(std::move(source));
+  }
 
   // Writes the drawing whole or not at all; updates $HANDSEED and stamps
   // $TDUPDATE/$TDUUPDATE when `stamp_update_time`.
@@ -122,6 +128,7 @@ class AcDbImpDatabase {
   bool modern_ = true;
   bool writes_handles_ = true;
   bool modified_ = false;
+  std::unique_ptr<fx::dxf::DwgSource> dwg_source_;
 
   std::deque<AcDbStub> stubs_;  // deque: stubs never move, ids point at them
   fx::dxf::HandleIndex by_handle_;

@@ -205,6 +205,13 @@ AcDbStub* AcDbImpDatabase::AddBlockDefinition(AcDbObject* record, std::string_vi
 
 Acad::ErrorStatus AcDbImpDatabase::Save(const std::string& path, bool stamp_update_time,
                                         std::string* error) {
+  // Only DXF is written, and never over a DWG or to a name that says DWG.
+  if (fx::dxf::IsDwgTarget(path)) {
+    if (error != nullptr) {
+      *error = path + " is a DWG file name or a DWG drawing; drawings are saved as DXF only";
+    }
+    return Acad::eNotApplicable;
+  }
   // Drawings that write no handles get no handle seed either.
   if (modified_ && writes_handles_) {
     std::string seed = AcDbHandle(next_handle_).ascii();

@@ -49,6 +49,13 @@ bool HostSession::Save(const std::string& path, std::string* error) {
     return false;
   }
   AcDbDatabase* database = document_->database();
+  if (fx::dxf::IsDwgTarget(path)) {
+    *error = "cannot save " + path + ": drawings are saved as DXF only, never over a DWG; " +
+             (fx::dxf::DwgSourceOf(*database) != nullptr
+                  ? "give -o OUT.dxf to save the drawing read from the DWG"
+                  : "give an output file ending in .dxf");
+    return false;
+  }
   Events().BeginSave(database, path.c_str());
   Acad::ErrorStatus status = database->saveAs(path.c_str());
   if (status != Acad::eOk) {
