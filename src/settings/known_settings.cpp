@@ -31,6 +31,8 @@ constexpr KnownSetting kKnownSettings[] = {
     {kExport, kVantoryDrawingVersion, kInteger, true, kDrawingVersionNeverChosen,
      "file format of drawings saved for the service: 29, 31 or 33 for the 2010, 2013 and 2018 "
      "formats, 255 for the current one; 254 means never chosen and acts as 255"},
+    {kExport, kDrawImportLayer, kBoolean, true, 0,
+     "the export draws the occupant import's layer \"!VANTORYIMPORT\" (set by hand only)"},
     {kConvert, kContourFloorAreaLayer, kString, true, 0, "layer holding the floor-area outline"},
     {kConvert, kContourLayer, kString, true, 0, "layer holding the room contours"},
     {kConvert, kIdentificationType, kInteger, true, 0,
