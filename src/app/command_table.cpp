@@ -12,6 +12,7 @@
 #include "rooms/room_list.h"
 #include "rooms/convert_command.h"
 #include "server/exchange_commands.h"
+#include "server/occupant_import.h"
 
 namespace fx::app {
 namespace {
@@ -55,7 +56,8 @@ constexpr AcRxCommandEntry kCommands[] = {
         rooms::ZoomToNextIntersectContour),
     Row("_ZoomToNextMultiIDs", "vantoryZoomToNextMultiIDs", kTransparent,
         rooms::ZoomToNextMultiIDs),
-    Row("_UpdateVantoryData", "vantoryUpdateVantoryData", kTransparent, UpdateVantoryData),
+    Row("_UpdateVantoryData", "vantoryUpdateVantoryData", kTransparent,
+        fx::server::UpdateVantoryDataCommand),
 };
 static_assert(std::size(kCommands) == 23);
 

@@ -10,6 +10,5 @@ void PrintNotAvailable(const char* command_name) {
 
 void ExportOptionsDialog() { PrintNotAvailable("vantoryexpdlg"); }
 void ConvertDialog() { PrintNotAvailable("vantorconvertdlg"); }
-void UpdateVantoryData() { PrintNotAvailable("vantoryUpdateVantoryData"); }
 
 }  // namespace fx::app

@@ -11,7 +11,6 @@ void PrintNotAvailable(const char* command_name);
 
 void ExportOptionsDialog();
 void ConvertDialog();
-void UpdateVantoryData();
 
 }  // namespace fx::app
 

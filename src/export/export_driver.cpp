@@ -40,6 +40,7 @@ fx::svg::SvgOptions RendererOptions(const ExportSettings& settings, const Driver
   svg.block_optimization = settings.block_optimization;
   svg.hatch_optimization = settings.hatch_optimization;
   svg.draw_box = settings.draw_box;
+  svg.draw_import_layer = settings.draw_import_layer;
   svg.drawing_document = options.drawing_document;
   svg.program_attributes = options.program_attributes;
   svg.layer_id = options.layer_id;

@@ -29,6 +29,7 @@ ExportSettings ReadExportSettings() {
   settings.drawing_position = s::GetSettingInt(s::kDrawingPosition, 0, s::kSectionExportOptions);
   settings.frame_layer = s::GetSettingString(s::kViewboxPolyExtLayer, s::kSectionExportOptions);
   settings.draw_box = Flag(s::kDrawBox, false);
+  settings.draw_import_layer = Flag(s::kDrawImportLayer, false);
   return settings;
 }
 

@@ -23,6 +23,7 @@ struct ExportSettings {
   int drawing_position = 0;
   std::string frame_layer;  // "Viewbox poly_ext layer"
   bool draw_box = false;    // "Draw Box"
+  bool draw_import_layer = false;  // "Draw Import Layer"
 
   DrawingPosition position() const;
 };

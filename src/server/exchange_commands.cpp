@@ -5,6 +5,7 @@
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/editor.h"
+#include "server/occupant_import.h"
 #include "server/open_from.h"
 #include "server/send_to.h"
 #include "server/service_errors.h"
@@ -35,10 +36,14 @@ void OpenFromCommand() {
   acutPrintf("\nPlanVault: Start importing...");
   std::string path;
   std::string message;
-  const int result = OpenFrom(WorkingDatabase(), path, message);
+  OpenedFloor opened;
+  const int result = OpenFrom(WorkingDatabase(), path, message, &opened);
   g_last_result = result;
   PrintOutcome(result, message);
-  if (result == kSucceeded) acDocManagerPtr()->appContextOpenDocument(path.c_str());
+  if (result == kSucceeded && acDocManagerPtr()->appContextOpenDocument(path.c_str()) == Acad::eOk) {
+    // The occupants of the floor, once the drawing is open.
+    ImportAfterOpening(path, opened.server, opened.floor_id);
+  }
   acutPrintf("\nPlanVault: Importing is finished.");
 }
 

@@ -67,8 +67,8 @@ void ApplyCredentials(struct soap* soap) {
   soap->passwd = store.password.c_str();
 }
 
-bool RetryAfterUnauthorized(int http_status) {
-  if (http_status != 401 || g_prompt == nullptr) return false;
+bool AskForCredentials() {
+  if (g_prompt == nullptr) return false;
   std::string user = RememberedUser();
   std::string password;
   const bool confirmed = g_prompt(user, password);
@@ -77,5 +77,7 @@ bool RetryAfterUnauthorized(int http_status) {
   fx::WipeText(password);
   return confirmed;
 }
+
+bool RetryAfterUnauthorized(int http_status) { return http_status == 401 && AskForCredentials(); }
 
 }  // namespace fx::server

@@ -32,6 +32,10 @@ void ForgetCredentials();
 // clears them after every call), or none.
 void ApplyCredentials(struct soap* soap);
 
+// Shows the prompt; on OK remembers the entries and returns true. False
+// when the user cancelled or there is no prompt.
+bool AskForCredentials();
+
 // The answer to a failed send: for HTTP status 401 shows the prompt, and on
 // OK remembers the entries and returns true (send again); any other status,
 // or Cancel, returns false.

@@ -17,7 +17,7 @@
 
 namespace fx::server {
 
-int OpenFrom(AcDbDatabase* database, std::string& path, std::string& message) {
+int OpenFrom(AcDbDatabase* database, std::string& path, std::string& message, OpenedFloor* opened) {
   path.clear();
   message.clear();
   const ServerData record = database != nullptr ? ReadServerData(database) : ServerData{};
@@ -49,6 +49,7 @@ int OpenFrom(AcDbDatabase* database, std::string& path, std::string& message) {
     return kFailed;
   }
   path = target;
+  if (opened != nullptr) *opened = {*server, dialog.floor_id()};
   message = "File has been successfully imported. Output file name: " + target;
   return kSucceeded;
 }

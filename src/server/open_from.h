@@ -10,11 +10,19 @@ class AcDbDatabase;
 
 namespace fx::server {
 
+// The server and floor a drawing was opened from.
+struct OpenedFloor {
+  std::string server;
+  int floor_id = -1;
+};
+
 // Runs the workflow on the current drawing's record (`database` may be null
 // when no drawing is open). Returns kSucceeded with the saved file's `path`
-// and the success text in `message`, kCanceled, or a failure with the error
-// text. Cancel in the floor dialog is a failure with an empty message.
-int OpenFrom(AcDbDatabase* database, std::string& path, std::string& message);
+// and the success text in `message` (and, when `opened` is given, the
+// server and floor chosen), kCanceled, or a failure with the error text.
+// Cancel in the floor dialog is a failure with an empty message.
+int OpenFrom(AcDbDatabase* database, std::string& path, std::string& message,
+             OpenedFloor* opened = nullptr);
 
 }  // namespace fx::server
 

@@ -35,6 +35,8 @@ constexpr KnownSetting kKnownSettings[] = {
      "Windows code page of the room report and the .svgz text (1252, 1251, 936, 932, 65001 for "
      "UTF-8...); 0 takes the one Windows takes for the user's locale (LC_ALL, LC_CTYPE, LANG), or "
      "the drawing's $DWGCODEPAGE where the locale names no language"},
+    {kExport, kDrawImportLayer, kBoolean, true, 0,
+     "the export draws the occupant import's layer \"!VANTORYIMPORT\" (set by hand only)"},
     {kConvert, kContourFloorAreaLayer, kString, true, 0, "layer holding the floor-area outline"},
     {kConvert, kContourLayer, kString, true, 0, "layer holding the room contours"},
     {kConvert, kIdentificationType, kInteger, true, 0,

@@ -23,6 +23,7 @@ inline constexpr char kViewboxPolyExtLayer[] = "Viewbox poly_ext layer";
 inline constexpr char kDrawBox[] = "Draw Box";
 inline constexpr char kVantoryDrawingVersion[] = "Vantory Drawing Version";
 inline constexpr char kAnsiCodePage[] = "ANSI Code Page";
+inline constexpr char kDrawImportLayer[] = "Draw Import Layer";
 // ConvertOptions (section 1).
 inline constexpr char kContourFloorAreaLayer[] = "Contour FloorArea Layer";
 inline constexpr char kContourLayer[] = "Contour Layer";

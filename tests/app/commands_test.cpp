@@ -42,7 +42,6 @@ TEST_F(CommandsTest, CommandsNotBuiltYetSaySoAndTheScriptGoesOn) {
   const char* const kPending[] = {
       "vantoryexpdlg",
       "vantorconvertdlg",
-      "vantoryUpdateVantoryData",
   };
   fx::console::HostSession session(runner(), modules_);
   std::string error;

@@ -103,6 +103,9 @@ TEST_F(ExchangeProgramTest, CreateSendAndOpenBack) {
 
   const fs::path downloads = dir_ / "downloads";
   fs::create_directories(downloads);
+  // Opened, the floor gets its occupants, which needs a log-in (any, here).
+  ::setenv("FLOORXPORT_USER", "ana", 1);
+  ::setenv("FLOORXPORT_PASSWORD", "any", 1);
   ProgramResult opened = Floorxport({"open", "--server", server.address(), "--floor",
                                      std::to_string(floor), "-o", downloads.string()});
   ASSERT_EQ(opened.exit_status, 0) << opened.out << opened.err;
@@ -139,6 +142,8 @@ TEST_F(ExchangeProgramTest, CorpusDrawingTravelsWholeTwiceInOneRun) {
   EXPECT_EQ(successes, 2u) << sent.out;
   EXPECT_TRUE(TempIsEmpty());
 
+  ::setenv("FLOORXPORT_USER", "ana", 1);
+  ::setenv("FLOORXPORT_PASSWORD", "any", 1);
   ProgramResult opened = Floorxport({"open", "--server", server.address(), "--floor",
                                      std::to_string(floor), "-o", dir_.string()});
   ASSERT_EQ(opened.exit_status, 0) << opened.out << opened.err;

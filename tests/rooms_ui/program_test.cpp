@@ -67,7 +67,7 @@ TEST_F(ProgramTest, RoomsUsage) {
   EXPECT_EQ(missing.exit_status, 1);
   EXPECT_NE(missing.err.find("missing.dxf"), std::string::npos) << missing.err;
   ProgramResult listed = Run({"--help"});
-  EXPECT_NE(listed.out.find("\n  rooms    print the room list of an analysed drawing"),
+  EXPECT_NE(listed.out.find("\n  rooms     print the room list of an analysed drawing"),
             std::string::npos)
       << listed.out;
 }

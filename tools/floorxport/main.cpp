@@ -40,6 +40,8 @@ constexpr Subcommand kSubcommands[] = {
      fx::cli::OpenSubcommand},
     {"send", "send a drawing and its floor document to a floor of a Vantory server",
      fx::cli::SendSubcommand},
+    {"occupants", "show a floor's rooms, types and users from a Vantory server in the drawing",
+     fx::cli::OccupantsSubcommand},
     {"servers", "print the server list, or add a server to it", fx::cli::ServersSubcommand},
     {"settings", "list the plug-in's settings, or set one",
      [](std::span<const std::string> args) {
@@ -56,7 +58,7 @@ void PrintUsage(std::FILE* stream) {
       "Commands:\n",
       stream);
   for (const Subcommand& subcommand : kSubcommands) {
-    std::fprintf(stream, "  %-8s %s\n", subcommand.name, subcommand.summary);
+    std::fprintf(stream, "  %-9s %s\n", subcommand.name, subcommand.summary);
   }
   std::fputs(
       "\n"

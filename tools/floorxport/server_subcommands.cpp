@@ -1,7 +1,8 @@
 // The subcommands that talk to a Vantory server: floors (list buildings and
-// floors), open (Open from), send (Send to) and servers (the server list).
-// open and send run the plug-in's commands with their dialogs answered from
-// the options, as a script would in the editor.
+// floors), open (Open from), send (Send to), occupants (Update Vantory
+// Attributes) and servers (the server list). open, send and occupants run
+// the plug-in's commands with their dialogs answered from the options, as a
+// script would in the editor.
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -12,6 +13,8 @@
 #include "host/editor.h"
 #include "run_subcommand.h"
 #include "server/download_file.h"
+#include "server/occupant_import.h"
+#include "server/workflow_result.h"
 #include "server/server_address.h"
 #include "server/server_list.h"
 #include "server/service_calls.h"
@@ -32,9 +35,11 @@ Options:
 
 const char kOpenUsage[] = R"(Usage: floorxport open [--server URL] [--floor ID] [-o DIR] [options]
 Open from Vantory: downloads the drawing stored for a floor into DIR (the
-current directory by default) as BUILDING_FLOOR.dxf (or .dwg), then opens it.
-Without --floor the floor dialog is shown on the terminal; without --server
-the last used server is taken.
+current directory by default) as BUILDING_FLOOR.dxf (or .dwg), then opens it
+and imports the floor's occupants into it (as floorxport occupants does; it
+logs in, so a batch run gives --user and --password-file). Without --floor
+the floor dialog is shown on the terminal; without --server the last used
+server is taken.
 Options:
       --server URL           the server
       --floor ID             the floor's id (see floorxport floors)
@@ -52,6 +57,24 @@ Options:
       --notes TEXT           the drawing notes stored with the upload
 )";
 
+const char kOccupantsUsage[] =
+    R"(Usage: floorxport occupants DRAWING [--server URL] [--floor ID] [-o OUT.dxf | --save] [options]
+Update Vantory Attributes: asks the server for the rooms of the drawing's
+floor with their type, cost center and users, and shows them on the rooms
+of the drawing (identified before with analyze) as inserts of the block
+VANTORY-IMPORT-ATTRIBUTES-BLOCK on the layer !VANTORYIMPORT, replacing an
+earlier import. Prints how many rooms were updated, the server's rooms the
+drawing lacks, and how many drawing rooms got no data. Without --server and
+--floor, those the drawing was last sent to (or opened from) are taken.
+The drawing is saved only with -o or --save, and only when the import
+succeeded. Exit status: 0 success, 1 failure (nothing saved).
+Options:
+      --server URL           the server
+      --floor ID             the floor's id (see floorxport floors)
+  -o, --output OUT.dxf       save the drawing to OUT.dxf
+      --save                 save over DRAWING
+)";
+
 const char kServersUsage[] = R"(Usage: floorxport servers [add URL]
 Prints the server list (one address a line; the last used one is marked
 "*"), or adds URL to it as the site chooser would.
@@ -65,6 +88,9 @@ constexpr OptionDefinition kFloorsOptions[] = {
 constexpr OptionDefinition kOpenOptions[] = {
     {nullptr, "--server", true}, {nullptr, "--floor", true}, {"-o", "--output", true},
     kUserOption, kPasswordFileOption, {"-h", "--help", false}};
+constexpr OptionDefinition kOccupantsOptions[] = {
+    {nullptr, "--server", true}, {nullptr, "--floor", true}, {"-o", "--output", true},
+    {nullptr, "--save", false}, kUserOption, kPasswordFileOption, {"-h", "--help", false}};
 constexpr OptionDefinition kSendOptions[] = {
     {nullptr, "--server", true}, {nullptr, "--floor", true}, {nullptr, "--notes", true},
     kUserOption, kPasswordFileOption, {"-h", "--help", false}};
@@ -75,6 +101,7 @@ struct Common {
   std::optional<std::string> notes;
   std::optional<std::string> output;
   bool json = false;
+  bool save = false;
 };
 
 // Parses, prints usage or errors; nullopt when parsing succeeded.
@@ -94,10 +121,13 @@ std::optional<int> Parse(std::span<const std::string> args,
     if (Is(option, "--notes")) common.notes = option.value;
     if (Is(option, "--output")) common.output = option.value;
     if (Is(option, "--json")) common.json = true;
+    if (Is(option, "--save")) common.save = true;
   }
   if (ok && common.floor && common.floor->find_first_not_of("0123456789") != std::string::npos) {
     error = "--floor takes a floor's id, a number";
   }
+  if (ok && common.floor && common.floor->size() > 9) error = "--floor takes a floor's id, a number";
+  if (ok && common.save && common.output) error = "give either -o or --save";
   if (ok && common.server && fx::server::FormServerAddress(*common.server).empty()) {
     error = "\"" + *common.server + "\" is not a server address";
   }
@@ -226,6 +256,36 @@ int SendSubcommand(std::span<const std::string> args) {
   const int run = RunDrawing(options);
   const int exchange = ExchangeExitStatus();
   return exchange != kExitOk ? exchange : run;
+}
+
+int OccupantsSubcommand(std::span<const std::string> args) {
+  ParsedArgs parsed;
+  Common common;
+  if (std::optional<int> status =
+          Parse(args, kOccupantsOptions, "occupants", kOccupantsUsage, parsed, common)) {
+    return *status;
+  }
+  if (parsed.positional.size() != 1) {
+    std::fputs("floorxport: occupants needs one DRAWING\n", stderr);
+    return kExitUsage;
+  }
+  fx::server::SetOccupantSource(common.server,
+                                common.floor ? std::optional<int>(std::stoi(*common.floor)) : std::nullopt);
+  RunOptions options;
+  options.drawing = parsed.positional.front();
+  options.output = common.output;
+  options.save_in_place = common.save;
+  options.ask_on_terminal = true;
+  options.script.push_back({ScriptItem::kLine, "_vantoryUpdateVantoryData"});
+  options.after_script = [](std::string* problem) {
+    const auto outcome = fx::server::LastOccupantImport();
+    if (outcome && outcome->result == fx::server::kSucceeded) return true;
+    *problem = outcome && outcome->result == fx::server::kCanceled
+                   ? "the log-in was cancelled; nothing was saved"
+                   : "the occupant import failed; nothing was saved";
+    return false;
+  };
+  return RunDrawing(options);
 }
 
 int ServersSubcommand(std::span<const std::string> args) {

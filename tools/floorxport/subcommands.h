@@ -20,6 +20,7 @@ int RoomsSubcommand(std::span<const std::string> args);
 int FloorsSubcommand(std::span<const std::string> args);
 int OpenSubcommand(std::span<const std::string> args);
 int SendSubcommand(std::span<const std::string> args);
+int OccupantsSubcommand(std::span<const std::string> args);
 int ServersSubcommand(std::span<const std::string> args);
 
 extern const char kRunUsage[];
@@ -32,6 +33,7 @@ extern const char kRoomsUsage[];
 extern const char kFloorsUsage[];
 extern const char kOpenUsage[];
 extern const char kSendUsage[];
+extern const char kOccupantsUsage[];
 extern const char kServersUsage[];
 
 }  // namespace fx::cli

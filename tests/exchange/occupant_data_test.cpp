@@ -1,0 +1,102 @@
+// The occupant data as the import reads them: answers that are no list of
+// rooms fail with their reason, entries that cannot be used are left out
+// and told, and the five values a room shows.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "server/occupant_data.h"
+
+namespace fx::exchange_test {
+namespace {
+
+using fx::server::OccupantRoom;
+
+TEST(OccupantDataTest, AnswersThatAreNoListOfRoomsFailWithTheirReason) {
+  const struct {
+    std::string json;
+    const char* error;
+  } kCases[] = {
+      {R"([{"name": "1.01", )", "The server's answer is not JSON (at byte 19)."},
+      {"", "The server's answer is not JSON (at byte 1)."},
+      {R"({"rooms": []})", "The server's answer is not a list of rooms."},
+      {R"({"error": "Floor 9 not found"})", "The server answered: Floor 9 not found"},
+      {"42", "The server's answer is not a list of rooms."},
+      {std::string(100, '[') + std::string(100, ']'),
+       "The server's answer is nested too deeply to be a list of rooms."},
+  };
+  for (const auto& c : kCases) {
+    std::vector<OccupantRoom> rooms;
+    std::vector<std::string> problems;
+    std::string error;
+    EXPECT_FALSE(fx::server::ReadOccupantRooms(c.json, rooms, problems, error)) << c.json;
+    EXPECT_EQ(error, c.error) << c.json;
+  }
+}
+
+TEST(OccupantDataTest, EntriesThatCannotBeUsedAreLeftOutAndTold) {
+  const std::string json = R"([
+    {"name": " 1.01 ", "type": "Office", "costCenter": "CC-1", "area": 12.5,
+     "users": [{"name": "Ana", "jobTitle": "Architect", "id": 7}, {"name": "Ben"}]},
+    "1.02",
+    {"type": "Office"},
+    {"name": 103},
+    {"name": "1.04", "type": 4, "users": {"name": "Cy"}},
+    {"name": "1.05", "users": [null, {"jobTitle": "Clerk"}]},
+    {"name": "1.01", "type": "Storage"}
+  ])";
+  std::vector<OccupantRoom> rooms;
+  std::vector<std::string> problems;
+  std::string error;
+  ASSERT_TRUE(fx::server::ReadOccupantRooms(json, rooms, problems, error)) << error;
+  ASSERT_EQ(rooms.size(), 3u);
+  EXPECT_EQ(rooms[0].name, "1.01");
+  EXPECT_EQ(rooms[0].type, "Office");
+  EXPECT_EQ(rooms[0].cost_center, "CC-1");
+  ASSERT_EQ(rooms[0].users.size(), 2u);
+  EXPECT_EQ(rooms[0].users[0].job_title, "Architect");
+  EXPECT_EQ(rooms[0].users[1].name, "Ben");
+  EXPECT_EQ(rooms[1].name, "1.04");
+  EXPECT_EQ(rooms[1].type, "");
+  EXPECT_TRUE(rooms[1].users.empty());
+  ASSERT_EQ(rooms[2].users.size(), 1u);
+  EXPECT_EQ(rooms[2].users[0].name, "");
+  EXPECT_EQ(problems, (std::vector<std::string>{
+                          "Room 2 is not an object: left out.",
+                          "Room 3 has no name: left out.",
+                          "Room 4 has no name: left out.",
+                          "Room 5 \"1.04\": \"type\" is not a text: left empty.",
+                          "Room 5 \"1.04\": \"users\" is not a list: no users read.",
+                          "Room 6 \"1.05\", user 1 is not an object: left out.",
+                          "Room 7 \"1.01\" is listed again: the first entry is used.",
+                      }));
+}
+
+TEST(OccupantDataTest, TheValuesOfARoom) {
+  auto room = [](std::vector<fx::server::OccupantUser> users, std::string type = "Office",
+                 std::string cost_center = "") {
+    return OccupantRoom{"1.01", std::move(type), std::move(cost_center), std::move(users)};
+  };
+  const struct {
+    OccupantRoom room;
+    std::array<std::string, 5> values;
+  } kCases[] = {
+      {room({}), {"1.01", "", "", "Office (Room Type)", ""}},
+      {room({{"Ana Lima", "Architect"}}, "", "CC-1"),
+       {"1.01", "Ana Lima (Name)", "Architect (Job title)", "", "CC-1 (Cost center)"}},
+      {room({{"Ana Lima", ""}, {"Ben", "Clerk"}}),
+       {"1.01", "Ana Lima +1 More Users (Name)", "", "Office (Room Type)", ""}},
+      {room({{"Ana Lima", "Architect"}, {"Ben", ""}, {"Cy", ""}}),
+       {"1.01", "Ana Lima +2 More Users (Name)", "Architect (Job title)", "Office (Room Type)", ""}},
+      {room({{"", "Clerk"}, {"Ben", ""}}),
+       {"1.01", "+1 More Users (Name)", "Clerk (Job title)", "Office (Room Type)", ""}},
+  };
+  for (const auto& c : kCases) {
+    EXPECT_EQ(fx::server::OccupantValues(c.room), c.values) << c.values[1];
+  }
+}
+
+}  // namespace
+}  // namespace fx::exchange_test
