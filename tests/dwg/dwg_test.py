@@ -24,6 +24,7 @@ import logging
 import os
 import shutil
 import subprocess
+from xml.etree import ElementTree
 import sys
 import time
 from collections import Counter
@@ -98,7 +99,41 @@ def compare(ours, reference, slack):
     return listed, beyond
 
 
+def svg_summary(path):
+    """Elements per kind, the texts, and the view box of an exported SVG."""
+    root = ElementTree.parse(path).getroot()
+    kinds, texts = Counter(), Counter()
+    for element in root.iter():
+        kind = element.tag.rsplit("}", 1)[-1]
+        kinds[kind] += 1
+        if kind == "text":
+            texts["".join(element.itertext()).strip()] += 1
+    return kinds, texts, root.get("viewBox")
+
+
+def svg_differences(dwg, reference):
+    """floorxport export of the DWG and of its reference DXF, compared."""
+    results = []
+    for source, name in ((dwg, "dwg"), (reference, "ref")):
+        out = temp / f"{dwg.stem}.{name}.svg"
+        result = floorxport("export", source, out, "--yes")
+        check(result.returncode == 0 and out.exists(), f"{source.name}: SVG export failed: {result.stderr.strip()}")
+        if not out.exists():
+            return "export failed"
+        results.append(svg_summary(out))
+    (kinds, texts, box), (ref_kinds, ref_texts, ref_box) = results
+    notes = [f"<{kind}> {kinds[kind]}/{ref_kinds[kind]}" for kind in sorted(set(kinds) | set(ref_kinds))
+             if kinds[kind] != ref_kinds[kind]]
+    missing, extra = sum((ref_texts - texts).values()), sum((texts - ref_texts).values())
+    if missing or extra:
+        notes.append(f"texts {missing} missing, {extra} extra")
+    if box != ref_box:
+        notes.append(f"viewBox {box} / {ref_box}")
+    return "same elements, texts and extents" if not notes else "; ".join(notes)
+
+
 def corpus_table():
+    svg_notes = []
     dwgs = sorted(corpus.glob("*.dwg"))
     if not dwgs:
         print(f"SKIP: no DWG corpus in {corpus}")
@@ -129,8 +164,11 @@ def corpus_table():
             note = ("same entities and layer states" if not listed else "; ".join(listed)) + \
                    (f" [dropped: {note}]" if note else "")
             check(not beyond, f"{dwg.name}: beyond tolerance: {beyond}")
+            svg_notes.append(f"{dwg.name:24} {svg_differences(dwg, reference)}")
         print(f"{dwg.name:24} {'converted' if ok else 'FAILED':10} {version:17} {seconds:5.1f}  {note}")
     print(f"converted {converted} of {len(dwgs)}")
+    print("SVG export of the DWG against the export of its reference DXF:")
+    print(*svg_notes, sep="\n")
 
 
 def malformed_and_saving():
