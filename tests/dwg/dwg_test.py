@@ -22,6 +22,7 @@ non-zero on a failure.
 
 import logging
 import os
+import resource
 import shutil
 import subprocess
 from xml.etree import ElementTree
@@ -69,21 +70,35 @@ def floorxport(*args, env=None):
 
 def contents(path):
     doc = ezdxf.readfile(path)
-    types = Counter()
-    for layout in doc.layouts:
-        types.update(e.dxftype() for e in layout)
-    for block in doc.blocks:
-        if not block.block_record.is_any_layout:
-            types.update(e.dxftype() for e in block)
+    types, attributes, xdata = Counter(), Counter(), Counter()
+    spaces = [layout for layout in doc.layouts] + \
+             [block for block in doc.blocks if not block.block_record.is_any_layout]
+    for space in spaces:
+        for entity in space:
+            types[entity.dxftype()] += 1
+            if entity.dxftype() == "INSERT":
+                attributes.update((attrib.dxf.tag, attrib.dxf.text) for attrib in entity.attribs)
+            # Not "ACAD": R13/R14 DWGs carry the editor's own data on lines
+            # and arcs that their reference DXFs leave out.
+            if entity.xdata:
+                xdata.update(app for app in entity.xdata.data.keys() if app != "ACAD")
     layers = {layer.dxf.name.upper(): (layer.is_off(), layer.is_frozen(), layer.is_locked())
               for layer in doc.layers}
-    return types, layers
+    return types, layers, attributes, xdata
 
 
 def compare(ours, reference, slack):
     """Differences as text; the second list holds those beyond the tolerance."""
-    (our_types, our_layers), (ref_types, ref_layers) = contents(ours), contents(reference)
+    (our_types, our_layers, our_attributes, our_xdata), (ref_types, ref_layers, ref_attributes, ref_xdata) = \
+        contents(ours), contents(reference)
     listed, beyond = [], []
+    for what, got, want in (("attribute values", our_attributes, ref_attributes),
+                            ("extended data", our_xdata, ref_xdata)):
+        differing = sum(((got - want) + (want - got)).values())
+        if differing:
+            listed.append(f"{what}: {differing} differ")
+            if differing > slack:
+                beyond.append(listed[-1])
     for kind in sorted(set(our_types) | set(ref_types)):
         got, want = our_types[kind], ref_types[kind]
         if got == want:
@@ -97,6 +112,22 @@ def compare(ours, reference, slack):
             listed.append(f"layer {name} off/frozen/locked {our_layers.get(name)}/{ref_layers.get(name)}")
             beyond.append(listed[-1])
     return listed, beyond
+
+
+def measured_convert(dwg, out):
+    """floorxport convert, with the peak resident memory of it and of the
+    converter it runs (wait4 reports the largest of the process tree)."""
+    environment = dict(os.environ, TMPDIR=str(tmpdir))
+    with open(temp / "out.txt", "w+") as stdout, open(temp / "err.txt", "w+") as stderr:
+        process = subprocess.Popen([str(binary), "convert", str(dwg), str(out)], stdout=stdout,
+                                   stderr=stderr, env=environment)
+        _, status, usage = os.wait4(process.pid, 0)
+        process.returncode = os.waitstatus_to_exitcode(status)
+        stdout.seek(0)
+        stderr.seek(0)
+        result = subprocess.CompletedProcess(process.args, process.returncode, stdout.read(), stderr.read())
+    check(not any(tmpdir.iterdir()), f"temporary folder left after converting {dwg.name}")
+    return result, usage.ru_maxrss / 1024
 
 
 def svg_summary(path):
@@ -139,11 +170,11 @@ def corpus_table():
         print(f"SKIP: no DWG corpus in {corpus}")
         sys.exit(SKIP)
     converted = 0
-    print(f"{'file':24} {'result':10} {'DWG':17} {'s':>5}  compared with the reference DXF")
+    print(f"{'file':24} {'result':10} {'DWG':17} {'s':>5} {'MB':>5}  compared with the reference DXF")
     for dwg in dwgs:
         out = temp / (dwg.stem + ".dxf")
         started = time.monotonic()
-        result = floorxport("convert", dwg, out)
+        result, peak_mb = measured_convert(dwg, out)
         seconds = time.monotonic() - started
         ok = result.returncode == 0
         converted += ok
@@ -161,11 +192,11 @@ def corpus_table():
             # R13/R14: LibreDWG also loses a few entities of the blocks of what it drops.
             slack = 4 if "(R13)" in version or "(R14)" in version else 2
             listed, beyond = compare(out, reference, slack)
-            note = ("same entities and layer states" if not listed else "; ".join(listed)) + \
+            note = ("same entities, attribute values, extended data and layer states" if not listed else "; ".join(listed)) + \
                    (f" [dropped: {note}]" if note else "")
             check(not beyond, f"{dwg.name}: beyond tolerance: {beyond}")
             svg_notes.append(f"{dwg.name:24} {svg_differences(dwg, reference)}")
-        print(f"{dwg.name:24} {'converted' if ok else 'FAILED':10} {version:17} {seconds:5.1f}  {note}")
+        print(f"{dwg.name:24} {'converted' if ok else 'FAILED':10} {version:17} {seconds:5.1f} {peak_mb:5.0f}  {note}")
     print(f"converted {converted} of {len(dwgs)}")
     print("SVG export of the DWG against the export of its reference DXF:")
     print(*svg_notes, sep="\n")
