@@ -5,6 +5,7 @@
 #include "app/about_dialog.h"
 #include "app/cleanup_commands.h"
 #include "app/pending_commands.h"
+#include "dialogs/convert_dialog.h"
 #include "export/export_commands.h"
 #include "rooms/marker.h"
 #include "rooms/navigation.h"
@@ -31,7 +32,7 @@ constexpr AcRxCommandEntry Row(const char* global_name, const char* local_name, 
 constexpr AcRxCommandEntry kCommands[] = {
     Row("_expdlg", "vantoryexpdlg", kModal, ExportOptionsDialog),
     Row("_export", "vantoryexport", kTransparent, exports::ExportCommand),
-    Row("_convertdlg", "vantorconvertdlg", kTransparent, ConvertDialog),
+    Row("_convertdlg", "vantorconvertdlg", kTransparent, dialogs::ConvertDialogCommand),
     Row("_convert", "vantoryconvert", kModal, rooms::ConvertCommand),
     Row("_roomlistdlg", "vantoryroomlistdlg", kModal, rooms::RoomListDialog),
     Row("_ExportToFile", "vantoryExportToFile", kModal, exports::ExportToFileCommand),

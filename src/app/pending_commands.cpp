@@ -9,6 +9,5 @@ void PrintNotAvailable(const char* command_name) {
 }
 
 void ExportOptionsDialog() { PrintNotAvailable("vantoryexpdlg"); }
-void ConvertDialog() { PrintNotAvailable("vantorconvertdlg"); }
 
 }  // namespace fx::app

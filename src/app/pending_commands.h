@@ -10,7 +10,6 @@ namespace fx::app {
 void PrintNotAvailable(const char* command_name);
 
 void ExportOptionsDialog();
-void ConvertDialog();
 
 }  // namespace fx::app
 

@@ -41,7 +41,6 @@ TEST_F(CommandsTest, EveryNameResolvesAsTyped) {
 TEST_F(CommandsTest, CommandsNotBuiltYetSaySoAndTheScriptGoesOn) {
   const char* const kPending[] = {
       "vantoryexpdlg",
-      "vantorconvertdlg",
   };
   fx::console::HostSession session(runner(), modules_);
   std::string error;
