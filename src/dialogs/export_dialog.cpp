@@ -2,10 +2,11 @@
 
 #include <algorithm>
 #include <cctype>
-#include <map>
 
 #include "host/database.h"
+#include "host/documents.h"
 #include "host/editor.h"
+#include "rooms/doc_data.h"
 #include "settings/duplicate_names_flag.h"
 #include "settings/known_settings.h"
 #include "settings/settings.h"
@@ -27,10 +28,10 @@ const char* const kBoundaryItem = "By polyline boundary";
 
 enum FieldIndex : size_t { kPositionField = 6 };
 
-// The drawings' saved choices of exported layers.
-std::map<const AcDbDatabase*, std::vector<std::string>>& SavedSelections() {
-  static std::map<const AcDbDatabase*, std::vector<std::string>> selections;
-  return selections;
+// The data of the document that shows `database`; null when none does.
+fx::rooms::CDocData* DocDataOf(const AcDbDatabase* database) {
+  AcApDocument* document = database != nullptr ? acDocManagerPtr()->document(database) : nullptr;
+  return document != nullptr ? &fx::rooms::DocVars().docData(document) : nullptr;
 }
 
 bool SameText(const std::string& a, const std::string& b) {
@@ -89,8 +90,8 @@ DialogField Field(const std::string& label, DialogField::Kind kind, const std::s
 }  // namespace
 
 std::vector<std::string> ExportedLayers(const AcDbDatabase* database) {
-  auto it = SavedSelections().find(database);
-  if (it != SavedSelections().end()) return it->second;
+  const fx::rooms::CDocData* data = DocDataOf(database);
+  if (data != nullptr && data->exportedLayers()) return *data->exportedLayers();
   return database != nullptr ? ReadLayers(*const_cast<AcDbDatabase*>(database)) : std::vector<std::string>();
 }
 
@@ -213,7 +214,7 @@ void CPvExportDialog::Save() {
   fs::SetSettingInt(fs::kBlockOptimization, checks_[kBlocks] ? 1 : 0, kSection);
   fs::SetSettingInt(fs::kHatchOptimization, checks_[kHatches] ? 1 : 0, kSection);
   fs::SetSettingInt(fs::kSaveAllAttributes, checks_[kSaveAll] ? 1 : 0, kSection);
-  if (database_ != nullptr) SavedSelections()[database_] = exported_;
+  if (fx::rooms::CDocData* data = DocDataOf(database_)) data->setExportedLayers(exported_);
   fs::SetSettingInt(fs::kDrawingPosition, position_, kSection);
   if (position_ == 2 && !viewbox_layer_.empty()) {
     fs::SetSettingString(fs::kViewboxPolyExtLayer, viewbox_layer_, kSection);
@@ -230,7 +231,7 @@ DialogAction CPvExportDialog::Press(size_t index) {
         ShowError(kSetByDrawingDatabaseErrorMessage);
         return DialogAction::kStay;
       }
-      SavedSelections().erase(database_);
+      if (fx::rooms::CDocData* data = DocDataOf(database_)) data->setExportedLayers(std::nullopt);
       FillLayerLists();
       return DialogAction::kStay;
     case kHelp:

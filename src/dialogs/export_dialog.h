@@ -52,8 +52,8 @@ inline constexpr std::array<DrawingVersionEntry, 4> kDrawingVersions = {{
     {"AutoCAD 2018", 33},
 }};
 
-// The layers exported from `database`, by name: the drawing's own choice
-// once one was saved, otherwise every layer. Kept while the program runs.
+// The layers exported from `database`, by name: the choice saved for its
+// document (CDocData, kept while the document is open), otherwise every layer.
 std::vector<std::string> ExportedLayers(const AcDbDatabase* database);
 
 class CPvExportDialog : public fx::DialogModel {

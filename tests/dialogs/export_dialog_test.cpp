@@ -47,21 +47,16 @@ TEST_F(ExportDialogTest, CancelKeepsTheDuplicateBoxAndTheVersion) {
   fs::SetAutoResolveDuplicateNamesFlag(true);
 }
 
-// A stored position of 1 ticks neither button; choosing the boundary shows
-// the layer, and Apply stores the boxes, the position and the layer.
-TEST_F(ExportDialogTest, ApplyStoresThePolylineBoundaryAndItsLayer) {
-  fs::SetSettingInt(fs::kDrawingPosition, 1, fs::kSectionExportOptions);
+TEST_F(ExportDialogTest, TheExportedLayersAreKeptForTheDrawingUntilSetByDrawing) {
+  const std::vector<std::string> every = fx::dialogs::ExportedLayers(db());
   CPvExportDialog dialog(db());
-  EXPECT_EQ(Value(dialog, "SVG Drawing Box"), "");
-  EXPECT_EQ(dialog.fields().size(), 9u);  // no "Layer:"
-  Set(dialog, "SVG Drawing Box", "By polyline boundary");
-  Set(dialog, "Layer:", "floorarea");
+  Set(dialog, "Exported Layers", "FloorArea,RoomContours");
   EXPECT_EQ(dialog.Press(CPvExportDialog::kApply), fx::DialogAction::kStay);
-  EXPECT_FALSE(dialog.changed());
-  EXPECT_EQ(Stored(fs::kDrawingPosition), 2);
-  EXPECT_EQ(fs::GetSettingString(fs::kViewboxPolyExtLayer, fs::kSectionExportOptions), "FloorArea");
-  EXPECT_EQ(Stored(fs::kBlockOptimization), 1);
-  EXPECT_EQ(Stored(fs::kExportInOldFormat), 0);
+  EXPECT_EQ(fx::dialogs::ExportedLayers(db()), (std::vector<std::string>{"FloorArea", "RoomContours"}));
+  EXPECT_EQ(Stored(fs::kDrawingPosition), 0);
+  EXPECT_EQ(dialog.Press(CPvExportDialog::kSetByDrawing), fx::DialogAction::kStay);
+  EXPECT_EQ(fx::dialogs::ExportedLayers(db()), every);
+  EXPECT_EQ(every.size(), 13u);
 }
 
 // The settings a run stores are those `floorxport settings` then lists.
