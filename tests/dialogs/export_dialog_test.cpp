@@ -24,7 +24,7 @@ int32_t Stored(const char* name) { return fs::GetSettingInt(name, kAbsent, fs::k
 
 TEST_F(ExportDialogTest, OkWithoutAChangeWritesNothing) {
   CPvExportDialog dialog(db());
-  EXPECT_EQ(Value(dialog, "Send &Drawing Version"), "Current (AutoCAD 2018)");
+  EXPECT_EQ(Value(dialog, "Send &Drawing Version"), "Current (DWG 2018)");
   EXPECT_EQ(Value(dialog, "SVG Drawing Box"), "By drawing extents");
   EXPECT_EQ(Value(dialog, "Automatically delete duplicate identifiers"), "Yes");
   EXPECT_EQ(dialog.Press(CPvExportDialog::kOk), fx::DialogAction::kClose);
@@ -37,7 +37,7 @@ TEST_F(ExportDialogTest, OkWithoutAChangeWritesNothing) {
 TEST_F(ExportDialogTest, CancelKeepsTheDuplicateBoxAndTheVersion) {
   CPvExportDialog dialog(db());
   Set(dialog, "Automatically delete duplicate identifiers", "No");
-  Set(dialog, "Send &Drawing Version", "autocad 2013");
+  Set(dialog, "Send &Drawing Version", "dwg 2013");
   Set(dialog, "Approximate Ar&cs", "Yes");
   EXPECT_EQ(dialog.Press(CPvExportDialog::kCancel), fx::DialogAction::kClose);
   EXPECT_EQ(Stored(fs::kAutomaticallyResolveDuplicateNames), 0);
@@ -62,7 +62,7 @@ TEST_F(ExportDialogTest, TheExportedLayersAreKeptForTheDrawingUntilSetByDrawing)
 // The settings a run stores are those `floorxport settings` then lists.
 TEST_F(ExportDialogTest, TheCommandAnsweredByAScript) {
   std::ofstream(Path("answers.scr"), std::ios::binary)
-      << "vantoryexpdlg\n\nYes\n\n\n\nYes\nBypolylineboundary\nRoomContours\n\nAutoCAD 2010\nOK\n";
+      << "vantoryexpdlg\n\nYes\n\n\n\nYes\nBypolylineboundary\nRoomContours\n\nDWG 2010\nOK\n";
   fx::cli_test::ProgramResult run = RunProgram({"run", SampleFloor(), "-s", Path("answers.scr")});
   EXPECT_EQ(run.exit_status, 0) << run.err << run.out;
   fx::cli_test::ProgramResult shown = RunProgram({"settings"});
