@@ -4,7 +4,8 @@
 
 #include "app/about_dialog.h"
 #include "app/cleanup_commands.h"
-#include "app/pending_commands.h"
+#include "dialogs/convert_dialog.h"
+#include "dialogs/export_dialog.h"
 #include "export/export_commands.h"
 #include "rooms/marker.h"
 #include "rooms/navigation.h"
@@ -29,9 +30,9 @@ constexpr AcRxCommandEntry Row(const char* global_name, const char* local_name, 
 }
 
 constexpr AcRxCommandEntry kCommands[] = {
-    Row("_expdlg", "vantoryexpdlg", kModal, ExportOptionsDialog),
+    Row("_expdlg", "vantoryexpdlg", kModal, dialogs::ExportOptionsDialogCommand),
     Row("_export", "vantoryexport", kTransparent, exports::ExportCommand),
-    Row("_convertdlg", "vantorconvertdlg", kTransparent, ConvertDialog),
+    Row("_convertdlg", "vantorconvertdlg", kTransparent, dialogs::ConvertDialogCommand),
     Row("_convert", "vantoryconvert", kModal, rooms::ConvertCommand),
     Row("_roomlistdlg", "vantoryroomlistdlg", kModal, rooms::RoomListDialog),
     Row("_ExportToFile", "vantoryExportToFile", kModal, exports::ExportToFileCommand),

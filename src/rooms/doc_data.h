@@ -4,6 +4,7 @@
 #define FLOORXPORT_ROOMS_DOC_DATA_H_
 
 #include <array>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -56,6 +57,10 @@ class CDocData {
   // one ended early (its message printed), until the next one completes.
   bool analysed() const { return analysed_; }
   void setAnalysed(bool analysed) { analysed_ = analysed; }
+  // The layers to export, by name, as the export options dialog saved them;
+  // nullopt (every layer) until then and after "Set by Drawing".
+  const std::optional<std::vector<std::string>>& exportedLayers() const { return exported_layers_; }
+  void setExportedLayers(std::optional<std::vector<std::string>> layers) { exported_layers_ = std::move(layers); }
 
   // Drawing access. Failures print their line ("\nCDocData::GetBlockID = %s")
   // through the editor and return the host's status.
@@ -91,6 +96,7 @@ class CDocData {
   size_t identified_rooms_ = 0;
   AcDbObjectId floor_outline_;
   bool analysed_ = false;
+  std::optional<std::vector<std::string>> exported_layers_;
 };
 
 // The data of every open document.

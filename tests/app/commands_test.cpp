@@ -1,5 +1,5 @@
 // The commands as a script types them: every spelling of every name
-// resolves, commands not built yet say so and end normally, the About box.
+// resolves, the About box.
 #include <gtest/gtest.h>
 
 #include <cctype>
@@ -35,28 +35,6 @@ TEST_F(CommandsTest, EveryNameResolvesAsTyped) {
   }
   EXPECT_EQ(fx::console::Commands().Resolve("_vantoryNothing").command, nullptr);
   EXPECT_EQ(fx::console::Commands().Resolve("ShowAbout").command, nullptr);
-}
-
-// Not the clean-up shortcuts: they run the host's clean-up commands.
-TEST_F(CommandsTest, CommandsNotBuiltYetSaySoAndTheScriptGoesOn) {
-  const char* const kPending[] = {
-      "vantoryexpdlg",
-      "vantorconvertdlg",
-  };
-  fx::console::HostSession session(runner(), modules_);
-  std::string error;
-  ASSERT_TRUE(session.OpenDrawing(SmallPlan(), &error)) << error;
-  std::string script;
-  std::string expected;
-  for (const char* name : kPending) {
-    script += std::string(name) + "\n";
-    expected += std::string("\nCommand: ") + name + "\n" + name + " is not available yet.";
-  }
-  EXPECT_EQ(Run(script + "UNITS 5"),
-            expected +
-                "\nCommand: UNITS\nInsertion units ($INSUNITS): 4 (Millimeters)"
-                "\nEnter units (0-20) <4>: 5\nInsertion units set to 5 (Centimeters).\n");
-  EXPECT_FALSE(runner().failed());
 }
 
 TEST_F(CommandsTest, TheAboutBoxShowsTheProductAndALinkToSupport) {

@@ -108,6 +108,8 @@ std::vector<const char*> RoomCommandAnswers(const std::string& local) {
   if (local == "vantoryaddmarker") return {"0,0", "", "", "", "", "", "cancel"};
   if (local == "vantoryReplaceBlock") return {"", "", "", "", "", "cancel"};
   if (local == "vantoryZoomToNextEmptyContour") return {""};
+  if (local == "vantorconvertdlg") return {"", "", "", "", "", "", "", "", "Cancel"};  // eight fields
+  if (local == "vantoryexpdlg") return {"", "", "", "", "", "", "", "", "", "Cancel"};  // nine fields
   if (local == "vantoryexport") return {""};  // no path: ends without a word
   if (local == "vantoryExportToFile") return {"", "", "Cancel"};  // the save dialog cancelled
   if (local == "vantoryOpenFrom" || local == "vantorySendTo") return {"", "Cancel"};  // no site

@@ -45,8 +45,7 @@ in a row, or an empty line, answer with Enter. An answer in double quotes
 keeps its blanks, and "" inside it stands for one quote. The input never
 waits: when it runs out while a command asks, the command is cancelled.
 Without -c, -s and --menu, on a terminal, commands are read from the
-terminal until the end of input (Ctrl-D). Commands of the plug-in that are
-not available yet say so and end normally; the run goes on.
+terminal until the end of input (Ctrl-D).
 
 Questions (message boxes) are answered by --answer, then --yes or --no, then
 by the user on a terminal, else by their default: Cancel when the box has

@@ -1,0 +1,159 @@
+// The room identification dialog: its two modes, the stored choices, the
+// command line it sends; and a run of floorxport that answers it from a
+// script and analyses the drawing exactly as the line it composes.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "dialogs/convert_dialog.h"
+#include "dialogs_fixture.h"
+#include "settings/known_settings.h"
+#include "settings/settings.h"
+
+namespace fx::dialogs_test {
+namespace {
+
+using fx::dialogs::CPvConvertDialog;
+using fx::settings::GetSettingString;
+using fx::settings::kSectionConvertOptions;
+
+using ConvertDialogTest = DialogsTest;
+
+std::string StoredText(const char* name) { return GetSettingString(name, kSectionConvertOptions); }
+
+// A saved drawing without its save time ($TDUPDATE, $TDUUPDATE), which is
+// all that differs between two saves of the same drawing.
+std::string WithoutSaveTime(std::string dxf) {
+  for (const std::string name : {"\n$TDUPDATE", "\n$TDUUPDATE"}) {
+    size_t at = dxf.find(name);
+    if (at == std::string::npos) continue;
+    at = dxf.find('\n', dxf.find('\n', at + 1) + 1) + 1;  // after the group code's line
+    dxf.replace(at, dxf.find('\n', at) - at, "saved");
+  }
+  return dxf;
+}
+
+TEST_F(ConvertDialogTest, SwitchingModesKeepsWhatWasChosenForEach) {
+  CPvConvertDialog dialog(db());
+  ASSERT_EQ(dialog.mode(), CPvConvertDialog::kBlockMode);
+  Set(dialog, "&Block Name", "roomtag");
+  EXPECT_EQ(Value(dialog, "&Block Name"), "ROOMTAG");
+  Set(dialog, "&Name Attribute", "NAME");
+  Set(dialog, "&Type Attribute", "CATEGORY");
+  EXPECT_NE(dialog.SetField(5, "RoomNames"), "");  // a layer is no attribute of the block
+
+  Set(dialog, "Identification", "Text Entities");
+  EXPECT_EQ(dialog.fieldTexts(), (std::array<std::string, 3>{"(None)", "(None)", "(None)"}));
+  Set(dialog, "&Name Attribute", "RoomNames");
+  Set(dialog, "&Description", "RoomDescriptions");
+
+  Set(dialog, "Identification", "Block Inserts");
+  EXPECT_EQ(dialog.fieldTexts(), (std::array<std::string, 3>{"NAME", "CATEGORY", "(None)"}));
+  dialog.SetMode(CPvConvertDialog::kTextMode);
+  EXPECT_EQ(dialog.fieldTexts(), (std::array<std::string, 3>{"RoomNames", "(None)", "RoomDescriptions"}));
+}
+
+// OK stores the current mode's three texts and no others, and sends the line.
+TEST_F(ConvertDialogTest, OkChecksTheLayersThenStoresAndSendsTheLine) {
+  fx::settings::SetSettingString(fx::settings::kAttributeName, "OLD", kSectionConvertOptions);
+  CPvConvertDialog dialog(db());
+  dialog.SetMode(CPvConvertDialog::kTextMode);
+  EXPECT_EQ(dialog.Press(CPvConvertDialog::kOk), fx::DialogAction::kStay);
+  EXPECT_NE(NewOutput().find("Please, select Floor Area Layer."), std::string::npos);
+  Set(dialog, "Floor &Area Layer", "FloorArea");
+  EXPECT_EQ(dialog.Press(CPvConvertDialog::kOk), fx::DialogAction::kStay);
+  EXPECT_NE(NewOutput().find("Please, select Room Contours Layer."), std::string::npos);
+  EXPECT_EQ(StoredText(fx::settings::kContourFloorAreaLayer), "");
+
+  Set(dialog, "Room Contours &Layer", "RoomContours");
+  Set(dialog, "&Name Attribute", "RoomNames");
+  EXPECT_EQ(dialog.Press(CPvConvertDialog::kOk), fx::DialogAction::kClose);
+  EXPECT_EQ(StoredText(fx::settings::kContourFloorAreaLayer), "FloorArea");
+  EXPECT_EQ(StoredText(fx::settings::kLayerAttributeName), "RoomNames");
+  EXPECT_EQ(StoredText(fx::settings::kLayerAttributeType), "(None)");
+  EXPECT_EQ(StoredText(fx::settings::kAttributeName), "OLD");
+  EXPECT_EQ(fx::settings::GetSettingInt(fx::settings::kIdentificationType, -1, kSectionConvertOptions), 1);
+  // The sent line runs once the (test's) command ends: here, at once.
+  Run("");
+  EXPECT_NE(NewOutput().find("\nCommand: _vantoryconvert\nEnter FloorArea layer: FloorArea\n"),
+            std::string::npos);
+}
+
+// Any type but 0 is text mode; "(None)" is an empty string on the line.
+TEST_F(ConvertDialogTest, AStoredTypeOfSevenOpensInTextMode) {
+  fx::settings::SetSettingInt(fx::settings::kIdentificationType, 7, kSectionConvertOptions);
+  fx::settings::SetSettingString(fx::settings::kContourFloorAreaLayer, "FloorArea", kSectionConvertOptions);
+  fx::settings::SetSettingString(fx::settings::kContourLayer, "RoomContours", kSectionConvertOptions);
+  CPvConvertDialog dialog(db());
+  EXPECT_EQ(dialog.mode(), CPvConvertDialog::kTextMode);
+  EXPECT_EQ(Value(dialog, "Identification"), "Text Entities");
+  EXPECT_EQ(dialog.CommandLine(), "_vantoryconvert \"FloorArea\" \"RoomContours\" T \"\" \"\" \"\"\n");
+}
+
+TEST_F(ConvertDialogTest, ADoubleQuoteInALayerNameIsPassedAsItIs) {
+  {
+    AcDbLayerTable* layers = nullptr;
+    ASSERT_EQ(db()->getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+    auto* layer = new AcDbLayerTableRecord();
+    ASSERT_EQ(layer->setName("Floor \"A\""), Acad::eOk);
+    AcDbObjectId id;
+    ASSERT_EQ(layers->add(id, layer), Acad::eOk);
+    layer->close();
+    layers->close();
+  }
+  CPvConvertDialog dialog(db());
+  Set(dialog, "Floor &Area Layer", "Floor \"A\"");
+  Set(dialog, "Room Contours &Layer", "RoomContours");
+  Set(dialog, "&Block Name", "ROOMTAG");
+  Set(dialog, "&Remove Block Inserts", "Yes");
+  EXPECT_EQ(dialog.CommandLine(),
+            "_vantoryconvert \"Floor \"A\"\" \"RoomContours\" B \"ROOMTAG\" \"\" \"\" \"\" Yes\n");
+}
+
+// floorxport answers the dialog from a script; the drawing it saves is the
+// one the composed line gives.
+class ConvertDialogProgramTest : public DialogsTest {
+ protected:
+  void ExpectSameAsLine(const std::string& drawing, const std::string& answers, const std::string& line) {
+    std::ofstream(Path("answers.scr"), std::ios::binary) << "vantorconvertdlg\n" << answers;
+    fx::cli_test::ProgramResult by_dialog =
+        RunProgram({"run", drawing, "-s", Path("answers.scr"), "-o", Path("dialog.dxf")});
+    ASSERT_EQ(by_dialog.exit_status, 0) << by_dialog.err << by_dialog.out;
+    EXPECT_NE(by_dialog.out.find("\n[OK/Cancel] <OK>: OK\nCommand: _vantoryconvert\n"), std::string::npos)
+        << by_dialog.out;
+    std::filesystem::remove(Path("program.reg"));
+    fx::cli_test::ProgramResult by_line = RunProgram({"run", drawing, "-c", line, "-o", Path("line.dxf")});
+    ASSERT_EQ(by_line.exit_status, 0) << by_line.err << by_line.out;
+    const std::string analysed = WithoutSaveTime(ReadBytes(Path("dialog.dxf")));
+    EXPECT_NE(analysed.find("VantoryApp"), std::string::npos);
+    EXPECT_TRUE(analysed == WithoutSaveTime(ReadBytes(Path("line.dxf"))));
+  }
+};
+
+TEST_F(ConvertDialogProgramTest, BlockInsertsOnTheSampleFloor) {
+  ExpectSameAsLine(SampleFloor(),
+                   "FloorArea\nRoomContours\nBlockInserts\nROOMTAG\nNAME\nCATEGORY\nDESCRIPTION\nNo\nOK\n",
+                   "_vantoryconvert \"FloorArea\" \"RoomContours\" B \"ROOMTAG\" \"NAME\" \"CATEGORY\" "
+                   "\"DESCRIPTION\" No");
+}
+
+TEST_F(ConvertDialogProgramTest, TextLayersOnTheSampleFloor) {
+  ExpectSameAsLine(SampleFloor(),
+                   "FloorArea\nRoomContours\nTextEntities\nRoomNames\nRoomTypes\nRoomDescriptions\nOK\n",
+                   "_vantoryconvert \"FloorArea\" \"RoomContours\" T \"RoomNames\" \"RoomTypes\" "
+                   "\"RoomDescriptions\"");
+}
+
+TEST_F(ConvertDialogProgramTest, TextLayersOnACorpusFloor) {
+  const std::string drawing = std::string(FX_CORPUS_DIR) + "/pms-app/building001-0_floor3.dxf";
+  if (!std::filesystem::exists(drawing)) GTEST_SKIP() << drawing << " is not here";
+  ExpectSameAsLine(drawing,
+                   "AREA-GROSS\nAREA-ASSIGN\nTextEntities\nA-IDEN-RNUM\nRooms-Information\nAREA-TEXT\nOK\n",
+                   "_vantoryconvert \"AREA-GROSS\" \"AREA-ASSIGN\" T \"A-IDEN-RNUM\" \"Rooms-Information\" "
+                   "\"AREA-TEXT\"");
+}
+
+}  // namespace
+}  // namespace fx::dialogs_test

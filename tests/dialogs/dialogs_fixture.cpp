@@ -1,0 +1,74 @@
+#include "dialogs_fixture.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "app/floorxport_app.h"
+#include "host/documents.h"
+#include "settings/settings_path.h"
+
+namespace fx::dialogs_test {
+
+std::string SampleFloor() { return std::string(FX_EXAMPLES_DIR) + "/sample-floor.dxf"; }
+
+std::string ReadBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+DialogsTest::DialogsTest() {
+  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+  dir_ = (std::filesystem::path(::testing::TempDir()) /
+          (std::string("dialogs_") + info->name() + "_" + std::to_string(getpid())))
+             .string();
+  std::filesystem::remove_all(dir_);
+  std::filesystem::create_directories(dir_);
+  fx::settings::SetSettingsFilePath(Path("settings.reg"));
+  modules_.Register("FloorXport", acrxEntryPoint);
+  session_ = std::make_unique<fx::console::HostSession>(runner(), modules_);
+  std::string error;
+  EXPECT_TRUE(session_->OpenDrawing(SampleFloor(), &error)) << error;
+  NewOutput();
+}
+
+DialogsTest::~DialogsTest() {
+  session_.reset();
+  fx::settings::SetSettingsFilePath("");
+  std::filesystem::remove_all(dir_);
+}
+
+std::string DialogsTest::NewOutput() {
+  std::string text = terminal_.out.substr(seen_);
+  seen_ = terminal_.out.size();
+  return text;
+}
+
+void DialogsTest::Set(fx::DialogModel& dialog, const std::string& label, const std::string& value) {
+  const std::vector<DialogField> fields = dialog.fields();
+  for (size_t i = 0; i < fields.size(); ++i) {
+    if (fields[i].label == label) {
+      EXPECT_EQ(dialog.SetField(i, value), "") << label << " = " << value;
+      return;
+    }
+  }
+  ADD_FAILURE() << "no field " << label;
+}
+
+std::string DialogsTest::Value(const fx::DialogModel& dialog, const std::string& label) {
+  for (const DialogField& field : dialog.fields()) {
+    if (field.label == label) return field.value;
+  }
+  ADD_FAILURE() << "no field " << label;
+  return {};
+}
+
+fx::cli_test::ProgramResult DialogsTest::RunProgram(std::vector<std::string> args) {
+  args.insert(args.begin(), {"--settings", Path("program.reg")});
+  return fx::cli_test::RunProgram(FX_FLOORXPORT, args, dir_);
+}
+
+}  // namespace fx::dialogs_test
