@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <cctype>
 
+#include "dialogs/field_items.h"
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/editor.h"
+#include "rooms/replace_block_dlg.h"
 #include "settings/known_settings.h"
 #include "settings/settings.h"
 
@@ -17,18 +19,6 @@ using fx::settings::kSectionConvertOptions;
 // The radio buttons "Block &Inserts" and "Text &Entities" as one choice.
 const char* const kModeItems[] = {"Block Inserts", "Text Entities"};
 
-bool SameText(const std::string& a, const std::string& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
-  });
-}
-
-// The item equal to `value` in its own spelling, or null.
-const std::string* FindItem(const std::vector<std::string>& items, const std::string& value) {
-  auto it = std::find_if(items.begin(), items.end(),
-                         [&value](const std::string& item) { return SameText(item, value); });
-  return it == items.end() ? nullptr : &*it;
-}
 
 std::string Stored(const char* name) { return fx::settings::GetSettingString(name, kSectionConvertOptions); }
 void Store(const char* name, const std::string& value) {
@@ -77,24 +67,6 @@ std::vector<std::string> ReadBlockNames(AcDbDatabase* database) {
   return names;
 }
 
-// The tags of the block's attribute definitions in its entity order.
-std::vector<std::string> ReadAttributeTags(AcDbDatabase* database, const std::string& block_name) {
-  std::vector<std::string> tags;
-  if (database == nullptr || block_name.empty()) return tags;
-  AcDbObjectId block_id;
-  AcDbBlockTable* table = nullptr;
-  if (database->getBlockTable(table, AcDb::kForRead) != Acad::eOk) return tags;
-  const Acad::ErrorStatus found = table->getAt(block_name.c_str(), block_id);
-  table->close();
-  if (found != Acad::eOk) return tags;
-  AcDbObjectPointer<AcDbBlockTableRecord> block(block_id, AcDb::kForRead);
-  if (block.openStatus() != Acad::eOk) return tags;
-  for (AcDbObjectId id : block->entityIds()) {
-    AcDbObjectPointer<AcDbAttributeDefinition> definition(id, AcDb::kForRead);
-    if (definition.openStatus() == Acad::eOk) tags.push_back(definition->tag());
-  }
-  return tags;
-}
 
 DialogField ListField(const char* label, const std::string& value, const std::vector<std::string>& items) {
   DialogField field;
@@ -144,7 +116,7 @@ void CPvConvertDialog::SetMode(Mode mode) {
 void CPvConvertDialog::FillFieldLists() {
   field_items_ = {kNoneItem};
   const std::vector<std::string> sources =
-      mode_ == kBlockMode ? ReadAttributeTags(database_, block_) : layers_;
+      mode_ == kBlockMode ? fx::rooms::BlockAttributeTags(database_, block_) : layers_;
   field_items_.insert(field_items_.end(), sources.begin(), sources.end());
   for (std::string& text : texts_) {
     if (text.empty()) text = kNoneItem;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "dialogs/field_items.h"
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/editor.h"
@@ -34,17 +35,7 @@ fx::rooms::CDocData* DocDataOf(const AcDbDatabase* database) {
   return document != nullptr ? &fx::rooms::DocVars().docData(document) : nullptr;
 }
 
-bool SameText(const std::string& a, const std::string& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-    return std::tolower(static_cast<unsigned char>(x)) == std::tolower(static_cast<unsigned char>(y));
-  });
-}
 
-const std::string* FindItem(const std::vector<std::string>& items, const std::string& value) {
-  auto it = std::find_if(items.begin(), items.end(),
-                         [&value](const std::string& item) { return SameText(item, value); });
-  return it == items.end() ? nullptr : &*it;
-}
 
 void ShowError(const char* text) { acedMessageBox(text, kExportDialogTitle, MB_OK | MB_ICONEXCLAMATION); }
 

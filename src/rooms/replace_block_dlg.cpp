@@ -50,13 +50,13 @@ CReplaceBlockDlg::CReplaceBlockDlg(AcDbDatabase* database) : database_(database)
   }
 }
 
-std::vector<std::string> CReplaceBlockDlg::TagsOf(const std::string& block_name) const {
+std::vector<std::string> BlockAttributeTags(AcDbDatabase* database, const std::string& block_name) {
   std::vector<std::string> tags;
-  if (database_ == nullptr || block_name.empty()) return tags;
+  if (database == nullptr || block_name.empty()) return tags;
   AcDbObjectId block_id;
   {
     AcDbBlockTable* table = nullptr;
-    if (database_->getBlockTable(table, AcDb::kForRead) != Acad::eOk) return tags;
+    if (database->getBlockTable(table, AcDb::kForRead) != Acad::eOk) return tags;
     const Acad::ErrorStatus found = table->getAt(block_name.c_str(), block_id);
     table->close();
     if (found != Acad::eOk) return tags;
@@ -121,12 +121,12 @@ std::string CReplaceBlockDlg::SetField(size_t index, const std::string& value) {
   switch (shown[index]) {
     case Field::kOldBlock:
       options_.old_block = value;
-      old_tags_ = TagsOf(value);
+      old_tags_ = BlockAttributeTags(database_, value);
       source_.clear();
       return {};
     case Field::kNewBlock:
       options_.new_block = value;
-      new_tags_ = TagsOf(value);
+      new_tags_ = BlockAttributeTags(database_, value);
       if (std::find(new_tags_.begin(), new_tags_.end(), attribute_) == new_tags_.end()) {
         attribute_.clear();
       }

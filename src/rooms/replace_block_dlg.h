@@ -43,6 +43,10 @@ inline constexpr const char* kNameNotAddedMessage = "Error: Can`t append block n
 inline constexpr const char* kQuoteMarkerHint = "Attribute quote marker - %";
 inline constexpr const char* kQuotingExampleHint = "Attribute quoting example: %attribute_name%";
 
+// The tags of the attribute definitions of block `block_name` in its entity
+// order; empty when the block is missing or the database is null.
+std::vector<std::string> BlockAttributeTags(AcDbDatabase* database, const std::string& block_name);
+
 class CReplaceBlockDlg : public fx::DialogModel {
  public:
   enum Button { kReplace = 0, kApplyExpression = 1, kCancel = 2 };
@@ -72,7 +76,6 @@ class CReplaceBlockDlg : public fx::DialogModel {
  private:
   enum class Field { kOldBlock, kNewBlock, kAttribute, kSource, kExpression, kApplied, kRemoveOld };
   std::vector<Field> shownFields() const;
-  std::vector<std::string> TagsOf(const std::string& block_name) const;
 
   AcDbDatabase* database_;
   std::vector<std::string> block_names_;
