@@ -60,6 +60,9 @@ class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   bool isFrozen() const;
   bool isLocked() const;
   bool isPlottable() const;
+  // A layer the editor keeps out of its layer lists: the system layers it
+  // makes for itself, whose names begin with '*' ("*ADSK_CONSTRAINTS").
+  bool isHidden() const;
   AcCmColor color() const;  // never by layer or by block
   AcDb::LineWeight lineWeight() const;
   AcDbObjectId linetypeObjectId() const;

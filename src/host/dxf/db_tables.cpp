@@ -157,6 +157,10 @@ bool AcDbLayerTableRecord::isOff() const {
 }
 bool AcDbLayerTableRecord::isFrozen() const { return (Flags(*this) & kLayerFrozen) != 0; }
 bool AcDbLayerTableRecord::isLocked() const { return (Flags(*this) & kLayerLocked) != 0; }
+bool AcDbLayerTableRecord::isHidden() const {
+  std::string name;
+  return getName(name) == Acad::eOk && name.starts_with('*');
+}
 bool AcDbLayerTableRecord::isPlottable() const {
   const TagList& tags = impl()->tags();
   return tags.GetInt(290, tags.Body(), 1) != 0;
