@@ -49,6 +49,8 @@ Options:
                                  a drawing without a floor outline asks
                                  whether to go on, and No is the default
       --answer "QUESTION=ANSWER" answer one question, as floorxport run does
+      --recover                  load a truncated DRAWING with what was read
+                                 before the cut, as floorxport run does
   -h, --help                     show this help
 
 Exit status: 0 the analysis ran to its end (the problems it found are no
@@ -67,7 +69,8 @@ constexpr OptionDefinition kAnalyzeOptions[] = {
     {nullptr, "--type-layer", true},     {nullptr, "--description-layer", true},
     {"-o", "--output", true},            {nullptr, "--save", false},
     {nullptr, "--yes", false},           {nullptr, "--no", false},
-    {nullptr, "--answer", true},         {"-h", "--help", false},
+    {nullptr, "--answer", true},         {nullptr, "--recover", false},
+    {"-h", "--help", false},
 };
 
 struct AnalyzeArgs {
@@ -144,22 +147,11 @@ bool ReadRunOptions(const ParsedArgs& parsed, const AnalyzeArgs& args, RunOption
   }
   options.drawing = parsed.positional.front();
   options.script.push_back({ScriptItem::kLine, ConvertLine(args)});
-  bool yes = false;
-  bool no = false;
   for (const ParsedOption& option : parsed.options) {
     if (Is(option, "--output")) options.output = option.value;
     if (Is(option, "--save")) options.save_in_place = true;
-    if (Is(option, "--yes")) yes = true;
-    if (Is(option, "--no")) no = true;
-    if (Is(option, "--answer") && !options.answers.AddAnswer(option.value, error)) return false;
   }
-  if (yes && no) {
-    *error = "give either --yes or --no";
-    return false;
-  }
-  if (yes || no) {
-    options.answers.SetYesNoDefault(yes ? fx::console::MessageButton::kYes : fx::console::MessageButton::kNo);
-  }
+  if (!ReadAnswerOptions(parsed, options, error)) return false;
   std::error_code same_error;
   if (options.output && options.save_in_place) {
     *error = "give either -o or --save";
