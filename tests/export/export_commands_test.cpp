@@ -90,8 +90,7 @@ TEST_F(ExportCommandsTest, TheDialogPromptsThenSendsTheExportCommand) {
   EXPECT_EQ(transcript, "\nCommand: _vantoryExportToFile\nExport to File\nFile name <" + initial + ">: " +
                             Path("plan") + "\n" + kTypes + " <1>: 2\n[Save/Cancel] <Save>: Save" +
                             "\nCommand: _vantoryexport\nEnter Export File Path: " + Path("plan.planvault") +
-                            "\nEnter Export File Format: planvault\nCommand: _ZOOM\nZoom [Extents/Object]: E"
-                            "\nPlanVault: Exported " + Path("plan.planvault") + "\n");
+                            "\nEnter Export File Format: planvault\nPlanVault: Exported " + Path("plan.planvault") + "\n");
   EXPECT_EQ(s::GetSettingString(s::kExportFileFormat, s::kSectionExportOptions), "PlanVault v2");
   EXPECT_EQ(fx::exports::ExportCommandLineFor("/a b/plan.svg", "svg"), "_vantoryexport /a b/plan.svg\nsvg\n");
 }
