@@ -22,8 +22,7 @@ bool IsBox(const AcGePoint3d& min, const AcGePoint3d& max) {
 int ZoomExtentsQuietly() {
   resbuf echo{};
   const bool saved = acedGetVar("CMDECHO", &echo) == RTNORM;
-  resbuf quiet{nullptr, RTSHORT, {}};
-  quiet.resval.rint = 0;
+  const resbuf quiet{nullptr, RTSHORT, {.rint = 0}};
   if (saved) acedSetVar("CMDECHO", &quiet);
   const int result = acedCommandS(RTSTR, "_ZOOM", RTSTR, "E", RTNONE);
   if (saved) acedSetVar("CMDECHO", &echo);
@@ -115,10 +114,8 @@ bool ActiveViewFrame(AcDbDatabase& database, fx::svg::Frame& frame) {
   // gives the world box of its two corners.
   ads_point corners[2] = {{center.x - half_width, center.y - half_height, 0},
                           {center.x + half_width, center.y + half_height, 0}};
-  resbuf display{nullptr, RTSHORT, {}};
-  display.resval.rint = 2;
-  resbuf world{nullptr, RTSHORT, {}};
-  world.resval.rint = 0;
+  const resbuf display{nullptr, RTSHORT, {.rint = 2}};
+  const resbuf world{nullptr, RTSHORT, {.rint = 0}};
   for (ads_point& corner : corners) {
     const int result = acedTrans(corner, &display, &world, 0, corner);
     if (result != RTNORM) {

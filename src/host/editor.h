@@ -39,12 +39,12 @@ int acedCommandS(int rtype, ...);
 // System variables, by name in any case ("INSUNITS", "cmdecho"). Those of
 // the drawing (INSUNITS, LTSCALE, EXTMIN, ...) belong to the current
 // document; the editor's own (CMDECHO, ...) to the session. acedGetVar fills
-// `result` (restype and resval; rbnext is left alone; a string is allocated
-// with malloc and the caller frees it) and returns RTNORM, or RTERROR for an
-// unknown name or a drawing variable when no drawing is open. acedSetVar
-// returns RTNORM, RTERROR as acedGetVar, or RTREJ when the variable is
-// read-only or the value is refused (wrong type, out of range). Integers
-// are RTSHORT, reals RTREAL (an RTSHORT is taken too), points RT3DPOINT.
+// `result` (restype and resval; rbnext is left alone) and returns RTNORM,
+// or RTERROR for an unknown name or a drawing variable when no drawing is
+// open. acedSetVar returns RTNORM, RTERROR as acedGetVar, or RTREJ when the
+// variable is read-only or the value is refused (wrong type, out of range).
+// Integers are RTSHORT, reals RTREAL (an RTSHORT is taken too), points
+// RT3DPOINT.
 int acedGetVar(const char* name, resbuf* result);
 int acedSetVar(const char* name, const resbuf* value);
 

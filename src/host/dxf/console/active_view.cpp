@@ -17,13 +17,6 @@ Acad::ErrorStatus ActiveViewportId(AcDbDatabase& database, AcDbObjectId& id) {
   return status;
 }
 
-View ViewOf(const AcDbViewportTableRecord& viewport) {
-  return {viewport.centerPoint(), viewport.height(), viewport.width(), viewport.viewTwist(),
-          DisplayToWorld(viewport)};
-}
-
-}  // namespace
-
 // Display to world: the direction's frame, moved to the target, turned
 // back by the twist about the line of sight.
 AcGeMatrix3d DisplayToWorld(const AcDbViewportTableRecord& viewport) {
@@ -33,6 +26,12 @@ AcGeMatrix3d DisplayToWorld(const AcDbViewportTableRecord& viewport) {
          AcGeMatrix3d::translation(target - AcGePoint3d::kOrigin) *
          AcGeMatrix3d::planeToWorld(direction);
 }
+
+View ViewOf(const AcDbViewportTableRecord& viewport) {
+  return {viewport.centerPoint(), viewport.height(), viewport.width(), DisplayToWorld(viewport)};
+}
+
+}  // namespace
 
 View FitView(const View& current, const AcDbExtents& extents) {
   double aspect = current.height > 0 && current.width > 0 ? current.width / current.height : 1.0;

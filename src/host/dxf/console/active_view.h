@@ -18,12 +18,8 @@ struct View {
   AcGePoint2d center;
   double height = 0;
   double width = 0;
-  double twist = 0;  // radians
   AcGeMatrix3d to_world = AcGeMatrix3d::kIdentity;  // display coordinates to world
 };
-
-// The matrix that takes the display coordinates of `viewport` to world.
-AcGeMatrix3d DisplayToWorld(const AcDbViewportTableRecord& viewport);
 
 // The view that shows `extents` (in display coordinates) whole, centred,
 // with the aspect ratio (width over height) of `current`; a view without a

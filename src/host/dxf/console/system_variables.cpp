@@ -2,15 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "host/database.h"
-#include "host/dxf/console/active_view.h"
 #include "host/dxf/console/command_runner.h"
-#include "host/dxf/console/coordinate_systems.h"
 #include "host/dxf/console/text_case.h"
 #include "host/dxf/dxf_header_variables.h"
 #include "host/dxf/dxf_values.h"
@@ -19,7 +16,7 @@
 namespace fx::console {
 namespace {
 
-enum class Home { kHeader, kView, kSession };
+enum class Home { kHeader, kSession };
 
 // What a set accepts: integers in [min, max]; reals above `min`.
 struct Range {
@@ -29,7 +26,7 @@ struct Range {
 
 struct Variable {
   const char* name;
-  short type;  // RTSHORT, RTREAL, RTSTR or RT3DPOINT
+  short type;  // RTSHORT, RTREAL or RT3DPOINT
   Home home;
   // Header variables: the header name, the group code of the value (of x
   // for a point) and the value when the header lacks it.
@@ -45,7 +42,6 @@ constexpr double kHuge = 1e20;  // the editor's empty extents run from +1e20 to 
 // clang-format off
 constexpr Variable kVariables[] = {
     {"CMDECHO",     RTSHORT,   Home::kSession, nullptr,        0,  {},                       true,  {0, 1}},
-    {"DWGCODEPAGE", RTSTR,     Home::kHeader,  "$DWGCODEPAGE", 3,  {},                       false, {}},
     {"EXTMAX",      RT3DPOINT, Home::kHeader,  "$EXTMAX",      10, {-kHuge, -kHuge, -kHuge}, false, {}},
     {"EXTMIN",      RT3DPOINT, Home::kHeader,  "$EXTMIN",      10, {kHuge, kHuge, kHuge},    false, {}},
     {"INSUNITS",    RTSHORT,   Home::kHeader,  "$INSUNITS",    70, {0},                      true,  {0, 20}},
@@ -55,9 +51,6 @@ constexpr Variable kVariables[] = {
     {"UCSORG",      RT3DPOINT, Home::kHeader,  "$UCSORG",      10, {0, 0, 0},                false, {}},
     {"UCSXDIR",     RT3DPOINT, Home::kHeader,  "$UCSXDIR",     10, {1, 0, 0},                false, {}},
     {"UCSYDIR",     RT3DPOINT, Home::kHeader,  "$UCSYDIR",     10, {0, 1, 0},                false, {}},
-    {"VIEWCTR",     RT3DPOINT, Home::kView,    nullptr,        0,  {},                       false, {}},
-    {"VIEWSIZE",    RTREAL,    Home::kView,    nullptr,        0,  {},                       false, {}},
-    {"VIEWTWIST",   RTREAL,    Home::kView,    nullptr,        0,  {},                       false, {}},
 };
 // clang-format on
 
@@ -70,13 +63,6 @@ const Variable* Find(const char* name) {
 }
 
 AcDbDatabase* Drawing() { return acdbHostApplicationServices()->workingDatabase(); }
-
-char* CopyString(std::string_view text) {
-  char* copy = static_cast<char*>(std::malloc(text.size() + 1));
-  text.copy(copy, text.size());
-  copy[text.size()] = '\0';
-  return copy;
-}
 
 // The value tag with `code` of a header variable; empty when absent.
 std::string_view HeaderTag(AcDbDatabase& database, const char* header, int code) {
@@ -99,34 +85,11 @@ int GetHeader(AcDbDatabase& database, const Variable& variable, resbuf& result) 
       result.resval.rint = static_cast<short>(std::clamp(HeaderNumber(database, variable, 0), -32768.0, 32767.0));
       break;
     case RTREAL: result.resval.rreal = HeaderNumber(database, variable, 0); break;
-    case RTSTR:
-      result.resval.rstring = CopyString(HeaderTag(database, variable.header, variable.code));
-      break;
     default:
       for (int axis = 0; axis < 3; ++axis) {
         result.resval.rpoint[axis] = HeaderNumber(database, variable, axis);
       }
       break;
-  }
-  return RTNORM;
-}
-
-int GetView(AcDbDatabase& database, const Variable& variable, resbuf& result) {
-  View view;
-  if (GetActiveView(database, view) != Acad::eOk) return RTERROR;
-  result.restype = variable.type;
-  if (std::string_view(variable.name) == "VIEWSIZE") {
-    result.resval.rreal = view.height;
-  } else if (std::string_view(variable.name) == "VIEWTWIST") {
-    result.resval.rreal = view.twist;
-  } else {
-    // The centre is kept in display coordinates; the variable is in the UCS.
-    const ads_point center = {view.center.x, view.center.y, 0};
-    resbuf display{nullptr, RTSHORT, {}};
-    display.resval.rint = 2;
-    resbuf user{nullptr, RTSHORT, {}};
-    user.resval.rint = 1;
-    return TransformPoint(center, &display, &user, 0, result.resval.rpoint);
   }
   return RTNORM;
 }
@@ -170,8 +133,7 @@ int GetSystemVariable(const char* name, resbuf* result) {
   }
   AcDbDatabase* database = Drawing();
   if (database == nullptr) return RTERROR;
-  return variable->home == Home::kHeader ? GetHeader(*database, *variable, *result)
-                                         : GetView(*database, *variable, *result);
+  return GetHeader(*database, *variable, *result);
 }
 
 int SetSystemVariable(const char* name, const resbuf* value) {

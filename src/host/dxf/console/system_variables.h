@@ -4,9 +4,7 @@
 //
 //   the current drawing's header, as the file holds them:
 //     INSUNITS (0-20), LUNITS (1-5), LUPREC (0-8), LTSCALE (above 0);
-//     read-only: EXTMIN, EXTMAX, UCSORG, UCSXDIR, UCSYDIR, DWGCODEPAGE;
-//   the current drawing's active view, read-only: VIEWCTR (in the UCS),
-//     VIEWSIZE (its height), VIEWTWIST (radians);
+//     read-only: EXTMIN, EXTMAX, UCSORG, UCSXDIR, UCSYDIR;
 //   the session: CMDECHO (0 or 1, 1 at the start), whether commands run by
 //     acedCommandS show their prompts and answers (Console::commandEcho).
 //
