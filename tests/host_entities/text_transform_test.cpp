@@ -1,4 +1,4 @@
-// Texts moved by transforms and to other planes.
+// Texts moved by transforms.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -72,17 +72,6 @@ TEST(TextTransform, TheGlyphBoxFollowsTheTransform) {
   text->transformBy(AcGeMatrix3d::scaling(-1, 1, 1));
   EXPECT_TRUE(text->isMirroredInX());
   EXPECT_NEAR(text->rotation(), 11 * kPi / 6, 1e-12);  // the angle mirrored
-}
-
-TEST(TextTransform, ANewPlaneKeepsTheWorldPoints) {
-  auto text =
-      Make<AcDbText>(std::string(kHead) + "10 1\n20 2\n30 3\n40 1\n72 1\n11 4\n21 5\n31 3\n");
-  ASSERT_EQ(text->setNormal({0, 0, 2}), Acad::eOk);  // +Z: no group added
-  EXPECT_EQ(text->impl()->tags().Find(210), fx::dxf::TagList::kNotFound);
-  ASSERT_EQ(text->setNormal({0, 0, -1}), Acad::eOk);
-  ExpectPoint(text->position(), {1, 2, 3});
-  ExpectPoint(text->alignmentPoint(), {4, 5, 3});
-  EXPECT_EQ(text->setNormal({0, 0, 0}), Acad::eInvalidInput);
 }
 
 }  // namespace
