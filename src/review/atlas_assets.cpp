@@ -21,6 +21,7 @@ h3 { font-size: 15px; margin: 0 0 4px; }
 .floor figcaption { padding: 4px 10px; color: #555; border-top: 1px solid #e2e2e2; }
 #floor-view { display: block; width: 100%; height: auto; max-height: 80vh; }
 #floor-view *, .crop * { vector-effect: non-scaling-stroke; }
+#floor-view.small-text text { display: none; }
 .mark { stroke: var(--c); fill: var(--c); fill-opacity: 0.14; stroke-width: 2px; cursor: pointer; }
 .findings { display: grid; grid-template-columns: repeat(auto-fill, minmax(330px, 1fr)); gap: 12px;
             margin: 0 20px 24px; padding: 0; list-style: none; }
@@ -68,8 +69,15 @@ const char kAtlasScript[] = R"js(
       });
     }
     // getBBox leaves out the element's own transform: its corners are mapped.
+    // A text left out of the overview has no box there: it gets one from its
+    // size and length, large enough for any face.
     boxOf(item) {
-      const b = item.getBBox();
+      let b = item.getBBox();
+      if (item.tagName === 'text' && b.width === 0 && b.height === 0) {
+        const size = parseFloat(item.getAttribute('font-size')) || 0;
+        const length = item.textContent.length + 1;
+        b = { x: -size, y: -1.5 * size, width: size * length, height: 2 * size };
+      }
       const t = item.transform && item.transform.baseVal.consolidate();
       if (!t) return [b.x, b.y, b.x + b.width, b.y + b.height];
       const m = t.matrix;

@@ -18,14 +18,58 @@ constexpr double kPixelsPerMillimetre = 96 / 25.4;
 // outline on the edge of the drawing stays whole.
 constexpr double kViewMargin = 0.02;
 
-class StrokeWalker : public pugi::xml_tree_walker {
+// The width in pixels the overview of the floor is assumed to take, and the
+// height below which its texts cannot be read there.
+constexpr double kOverviewPixels = 1600;
+constexpr double kReadableTextPixels = 4;
+
+// Makes the strokes readable and measures the texts on the way.
+class ScreenWalker : public pugi::xml_tree_walker {
  public:
   bool for_each(pugi::xml_node& node) override {
     if (pugi::xml_attribute width = node.attribute("stroke-width")) {
       width.set_value(ScreenStrokeWidth(width.value()).c_str());
+      // The page's style does not reach into the copies a <use> makes of a
+      // block: its elements carry the effect themselves.
+      if (InDefinitions(node)) node.append_attribute("vector-effect").set_value("non-scaling-stroke");
     }
+    if (std::string_view(node.name()) == "text") heights_.push_back(TextHeight(node));
     return true;
   }
+  // The median height of the texts; 0 without texts.
+  double MedianTextHeight() {
+    if (heights_.empty()) return 0;
+    auto middle = heights_.begin() + static_cast<std::ptrdiff_t>(heights_.size() / 2);
+    std::nth_element(heights_.begin(), middle, heights_.end());
+    return *middle;
+  }
+
+ private:
+  // The font size scaled by the text's matrix "matrix(a b c d e f)", whose
+  // (c, d) is the image of the text's y axis.
+  static double TextHeight(const pugi::xml_node& text) {
+    double size = text.attribute("font-size").as_double();
+    double m[6] = {1, 0, 0, 1, 0, 0};
+    std::string_view transform = text.attribute("transform").value();
+    if (transform.starts_with("matrix(")) {
+      const char* at = transform.data() + 7;
+      const char* end = transform.data() + transform.size();
+      for (double& value : m) {
+        while (at < end && (*at == ' ' || *at == ',')) ++at;
+        at = std::from_chars(at, end, value).ptr;
+      }
+    }
+    return size * std::hypot(m[2], m[3]);
+  }
+
+  static bool InDefinitions(pugi::xml_node node) {
+    for (; node; node = node.parent()) {
+      if (std::string_view(node.name()) == "defs") return true;
+    }
+    return false;
+  }
+
+  std::vector<double> heights_;
 };
 
 int Decimals(const fx::svg::Frame& view) {
@@ -57,8 +101,10 @@ bool RenderAtlasFloor(AcDbDatabase& database, AtlasFloor* floor, std::string* er
   for (pugi::xml_node group : root.children("g")) {
     if (group.attribute("clip-path")) group.prepend_attribute("id").set_value("floor");
   }
-  StrokeWalker walker;
+  ScreenWalker walker;
   floor->svg->traverse(walker);
+  const double pixels = walker.MedianTextHeight() * kOverviewPixels / std::max(floor->view.width(), floor->view.height());
+  if (pixels < kReadableTextPixels) root.append_attribute("class").set_value("small-text");
   return true;
 }
 

@@ -10,7 +10,14 @@
 // The export's stroke widths are physical (millimetres, as the format
 // requires) and vanish at screen scale: each becomes a width in screen
 // pixels, the millimetres at 96 pixels to the inch and at least one pixel,
-// which the page draws without scaling (vector-effect: non-scaling-stroke).
+// which the page draws without scaling (vector-effect: non-scaling-stroke;
+// an attribute of each element of a block definition, a rule of the page
+// for the rest).
+// When the texts are too small to be read in the overview of the whole
+// floor (their median height under 4 pixels with the floor 1,600 pixels
+// wide), the root gets the class "small-text" and the page leaves them out
+// there: they would cost a third of the time to the first picture and show
+// nothing. The cropped views show them.
 #ifndef FLOORXPORT_REVIEW_ATLAS_FLOOR_H_
 #define FLOORXPORT_REVIEW_ATLAS_FLOOR_H_
 
