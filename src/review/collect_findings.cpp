@@ -53,7 +53,7 @@ void ReadContour(const AcDbEntity& entity, Finding& finding) {
   fx::rooms::ReadContourGeometry(entity, &geometry);
   AcDbExtents box = geometry.extents;
   if (box.isEmpty()) entity.getGeomExtents(box);
-  finding.point = Centre(box);
+  if (!box.isEmpty()) finding.point = Centre(box);
   finding.contour_box = box;
   if (geometry.has_bulges || geometry.vertices.size() < 3) {
     finding.outline = box.isEmpty() ? std::vector<AcGePoint2d>{} : BoxRing(box);
@@ -119,6 +119,7 @@ std::vector<Finding> CollectFindings(const fx::rooms::CDocData& data) {
 AcDbExtents OutlineBox(const Finding& finding) {
   AcDbExtents box;
   for (const AcGePoint2d& point : finding.outline) box.addPoint({point.x, point.y, 0});
+  if (box.isEmpty()) box.addPoint({finding.point.x, finding.point.y, 0});
   return box;
 }
 

@@ -36,7 +36,8 @@ struct Finding {
 // An entry whose entity can no longer be opened (erased since) is left out.
 std::vector<Finding> CollectFindings(const fx::rooms::CDocData& data);
 
-// The outline's box; empty for an empty outline.
+// The outline's box; the box of the point alone for an empty outline (a
+// contour without vertices or extents).
 AcDbExtents OutlineBox(const Finding& finding);
 
 }  // namespace fx::review

@@ -23,9 +23,7 @@ ordered_json FindingJson(const Finding& finding, size_t number) {
   entry["point"] = Point(finding.point);
   entry["contour"] = TextOrNull(finding.contour);
   entry["area"] = finding.area ? ordered_json(*finding.area) : ordered_json();
-  entry["box"] = box.isEmpty() ? ordered_json()
-                               : ordered_json::array({box.minPoint().x, box.minPoint().y, box.maxPoint().x,
-                                                      box.maxPoint().y});
+  entry["box"] = ordered_json::array({box.minPoint().x, box.minPoint().y, box.maxPoint().x, box.maxPoint().y});
   entry["fingerprint"] = finding.fingerprint;
   return entry;
 }
