@@ -26,7 +26,7 @@ h3 { font-size: 15px; margin: 0 0 4px; }
 .findings { display: grid; grid-template-columns: repeat(auto-fill, minmax(330px, 1fr)); gap: 12px;
             margin: 0 20px 24px; padding: 0; list-style: none; }
 .finding { background: #fff; border: 1px solid #c8c8c8; border-top: 5px solid var(--c);
-           content-visibility: auto; contain-intrinsic-size: auto 420px; }
+           content-visibility: auto; contain-intrinsic-size: auto 420px; scroll-margin-top: 110px; }
 .finding:target { outline: 3px solid var(--c); }
 .crop { display: block; width: 100%; height: auto; aspect-ratio: 4 / 3; background: #fff;
         border-bottom: 1px solid #e2e2e2; }
