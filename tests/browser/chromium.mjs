@@ -19,6 +19,7 @@ export async function missingBrowser() {
 export async function launchChromium() {
   const { chromium } = await import('playwright-core');
   // No sandbox: tests run as root in containers, where chromium's sandbox
-  // cannot start.
-  return chromium.launch({ executablePath: kChromium, headless: true, args: ['--no-sandbox'] });
+  // cannot start; and no /dev/shm, which containers keep small.
+  return chromium.launch({ executablePath: kChromium, headless: true,
+                           args: ['--no-sandbox', '--disable-dev-shm-usage'] });
 }
