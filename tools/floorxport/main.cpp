@@ -27,6 +27,8 @@ constexpr Subcommand kSubcommands[] = {
     {"run", "load a drawing, run command lines, save when asked", fx::cli::RunSubcommand},
     {"analyze", "identify the rooms of a drawing and print what was found",
      fx::cli::AnalyzeSubcommand},
+    {"review", "analyse a drawing's rooms and write an atlas of every problem",
+     fx::cli::ReviewSubcommand},
     {"export", "export the floor as XML, floor documents or SVG", fx::cli::ExportSubcommand},
     {"info", "print a drawing's version, units, extents, layers and entities",
      fx::cli::InfoSubcommand},
