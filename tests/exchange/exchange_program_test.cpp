@@ -157,6 +157,18 @@ TEST_F(ExchangeProgramTest, HttpsWithASelfSignedCertificate) {
   ASSERT_TRUE(server.started());
   ASSERT_EQ(server.address().rfind("https://", 0), 0u) << server.address();
   EXPECT_NE(FloorId(Listing(server.address()), "Level 2"), -1);
+
+  // The strict check refuses the certificate until it is trusted, by the
+  // option or by the settings.
+  ProgramResult refused = Floorxport({"floors", "--server", server.address(), "--tls-verify"});
+  EXPECT_EQ(refused.exit_status, 1);
+  EXPECT_NE(refused.err.find("SSL error occured."), std::string::npos) << refused.err;
+  EXPECT_NE(FloorId(Listing(server.address(), {"--ca-file", cert}), "Level 2"), -1);
+  ASSERT_EQ(Floorxport({"settings", "set", "Verify Server Certificate", "1", "--section", "2", "--int"}).exit_status,
+            0);
+  EXPECT_EQ(Floorxport({"floors", "--server", server.address()}).exit_status, 1);
+  ASSERT_EQ(Floorxport({"settings", "set", "Server CA File", cert, "--section", "2"}).exit_status, 0);
+  EXPECT_NE(FloorId(Listing(server.address()), "Level 2"), -1);
 }
 
 TEST_F(ExchangeProgramTest, LogInFromTheEnvironmentOrTheDialog) {
