@@ -6,6 +6,7 @@
 #include <stdlib.h>
 
 #include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -205,6 +206,59 @@ TEST_F(ExchangeProgramTest, LogInFromTheEnvironmentOrTheDialog) {
   EXPECT_NE(sent.out.find("Vantory Log-In Dialog"), std::string::npos) << sent.out;
   EXPECT_EQ(sent.out.find("open sesame"), std::string::npos) << sent.out;
   EXPECT_EQ(ReadFile((dir_ / "settings.reg").string()).find("sesame"), std::string::npos);
+}
+
+// Every workflow run with a canary password, given each way a user can:
+// no file the runs leave (drawings, settings, downloads, temporary folders,
+// the server's database) and no transcript holds it.
+TEST_F(ExchangeProgramTest, ACanaryPasswordIsWrittenNowhere) {
+  const std::string canary = "canary-7fQ2-pw";
+  const std::string users = (dir_ / "users").string();
+  ASSERT_EQ(RunDevServerTool({"adduser", "--users", users, "ana"}, canary + "\n"), 0);
+  DevServer server(dir_.string(), {"--users", users});
+  ASSERT_TRUE(server.started());
+  const char* const old_home = std::getenv("HOME");
+  const std::string kept_home = old_home != nullptr ? old_home : "";
+  const fs::path home = dir_ / "home";
+  fs::create_directories(home);
+  ::setenv("HOME", home.c_str(), 1);
+  const fs::path secret = fs::temp_directory_path() / ("fx-canary-" + std::to_string(::getpid()));
+  { std::ofstream(secret) << canary << "\n"; }
+  const std::string plan = Drawing();
+  const fs::path downloads = dir_ / "downloads";
+  fs::create_directories(downloads);
+
+  std::string transcripts;
+  auto run = [&](const std::vector<std::string>& args) {
+    const ProgramResult result = Floorxport(args);
+    EXPECT_EQ(result.exit_status, 0) << result.out << result.err;
+    transcripts += result.out + result.err;
+  };
+  const std::vector<std::string> by_file = {"--user", "ana", "--password-file", secret.string()};
+  auto with = [](std::vector<std::string> args, const std::vector<std::string>& more) {
+    args.insert(args.end(), more.begin(), more.end());
+    return args;
+  };
+  run(with({"send", plan, "--server", server.address(), "--floor", "2"}, by_file));
+  run(with({"open", "--server", server.address(), "--floor", "2", "-o", downloads.string()}, by_file));
+  run(with({"occupants", plan, "--save"}, by_file));
+  run({"run", plan, "-c", "_vantorySendTo\n" + server.address() + "\nOK\nana\n" + canary + "\nOK\n2\n\n\nSend"});
+  ::setenv("FLOORXPORT_USER", "ana", 1);
+  ::setenv("FLOORXPORT_PASSWORD", canary.c_str(), 1);
+  run({"floors", "--server", server.address()});
+  run({"run", plan, "--save", "--yes", "-c", "ZOOM E"});
+  server.Stop();
+  fs::remove(secret);
+
+  EXPECT_EQ(transcripts.find(canary), std::string::npos);
+  size_t files = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(dir_)) {
+    if (!entry.is_regular_file()) continue;
+    ++files;
+    EXPECT_EQ(ReadFile(entry.path().string()).find(canary), std::string::npos) << entry.path();
+  }
+  EXPECT_GT(files, 5u);
+  ::setenv("HOME", kept_home.c_str(), 1);
 }
 
 TEST_F(ExchangeProgramTest, CancelsEndAsTheCommandsSay) {
