@@ -18,20 +18,19 @@ import time
 KILLS_WANTED = 224
 CORPUS_FLOOR = "pms-app/building001-0_floor3.dxf"
 FORMATS = ["xml", "planvault", "drawing", "svg", "svgz"]
-SETTING = ["Contour Layer", "A-AREA-NEW"]
 # The save stamps the time of saving into the header; those two values are not compared.
 SAVE_TIME = re.compile(rb"(\$TDU?UPDATE\r?\n *40\r?\n)[^\r\n]*")
+figures = {"kills": 0, "files checked": 0, "kills caught mid-write": 0}
+failures = []
 
 
 def operations(floorxport, drawing, folder):
-    """(name, argv, target, files the folder holds besides the target)."""
-    ops = [("save", [floorxport, "run", drawing, "-o", f"{folder}/save/plan.dxf"], "save/plan.dxf", set())]
-    for fmt in FORMATS:
-        ops.append((fmt, [floorxport, "export", drawing, f"{folder}/{fmt}/plan.{fmt}", "--yes"],
-                    f"{fmt}/plan.{fmt}", set()))
-    ops.append(("settings", [floorxport, "settings", "set", *SETTING], "settings/VantoryApp.reg",
+    """(name, argv, target, files its folder keeps besides the target)."""
+    ops = [("save", ["run", drawing, "-o", f"{folder}/save/plan.dxf"], "save/plan.dxf", set())]
+    ops += [(f, ["export", drawing, f"{folder}/{f}/plan.{f}", "--yes"], f"{f}/plan.{f}", set()) for f in FORMATS]
+    ops.append(("settings", ["settings", "set", "Contour Layer", "A-AREA-NEW"], "settings/VantoryApp.reg",
                 {"VantoryApp.reg.lock"}))
-    return [(name, argv, f"{folder}/{target}", extra) for name, argv, target, extra in ops]
+    return [(name, [floorxport] + args, f"{folder}/{target}", keep) for name, args, target, keep in ops]
 
 
 def run(argv, env):
@@ -48,53 +47,45 @@ def put(path, data):
         file.write(data)
 
 
-class KillSeries:
-    def __init__(self, rng, figures, failures):
-        self.rng, self.figures, self.failures = rng, figures, failures
+def prepare(name, argv, target, env):
+    """The old file in place, then the new one (an unkilled run) and the run's duration."""
+    os.makedirs(os.path.dirname(target), exist_ok=True)
+    old = b"the old " + name.encode() + b" file\n"
+    if name == "settings":  # a valid file holding an older value
+        subprocess.run(argv[:-1] + ["A-AREA-OLD"], env=env, check=True, stdout=subprocess.DEVNULL)
+        old = read(target)
+    start = time.monotonic()
+    put(target, old)
+    if run(argv, env).wait() != 0:
+        raise SystemExit(f"{' '.join(argv)} failed without a kill")
+    return old, read(target), time.monotonic() - start
 
-    def prepare(self, name, argv, target, env):
-        """Old content in place, then the reference (an unkilled run) and its duration."""
-        os.makedirs(os.path.dirname(target), exist_ok=True)
-        if name == "settings":  # a valid file holding an older value
-            subprocess.run(argv[:-1] + ["A-AREA-OLD"], env=env, check=True, stdout=subprocess.DEVNULL)
-            old = read(target)
-        else:
-            old = b"the old " + name.encode() + b" file\n"
-        start = time.monotonic()
+
+def kill_many(rng, label, argv, target, keep, env, count):
+    old, new, duration = prepare(label.split("/")[-1], argv, target, env)
+    folder, kills = os.path.dirname(target), 0
+    for _ in range(3 * count):  # a run may end before its kill comes
+        if kills == count:
+            break
         put(target, old)
-        if run(argv, env).wait() != 0:
-            raise SystemExit(f"{' '.join(argv)} failed without a kill")
-        return old, read(target), time.monotonic() - start
-
-    def check_folder_clean(self, label, target, extra):
-        left = set(os.listdir(os.path.dirname(target))) - {os.path.basename(target)} - extra
-        if left:
-            self.failures.append(f"{label}: left after an unkilled run: {sorted(left)}")
-
-    def kill_many(self, label, argv, target, extra, env, count):
-        old, new, duration = self.prepare(label.split("/")[-1], argv, target, env)
-        folder = os.path.dirname(target)
-        kills = 0
-        for _ in range(3 * count):  # a run may end before its kill comes
-            if kills == count:
-                break
-            put(target, old)
-            process = run(argv, env)
-            time.sleep(self.rng.uniform(0, duration))
-            process.send_signal(signal.SIGKILL)
-            killed = process.wait() == -signal.SIGKILL
-            kills += killed
-            self.figures["kills"] += killed
-            self.figures["files checked"] += 1
-            found = read(target)
-            if found not in (old, new):
-                self.failures.append(f"{label}: target is neither the old nor a whole new file "
-                                     f"({len(found)} bytes; old {len(old)}, new {len(new)})")
-            if len(os.listdir(folder)) > 1 + len(extra):
-                self.figures["kills caught mid-write"] += 1
-                if run(argv, env).wait() != 0 or read(target) != new:
-                    self.failures.append(f"{label}: the run after a kill did not write the file")
-                self.check_folder_clean(label, target, extra)
+        process = run(argv, env)
+        time.sleep(rng.uniform(0, duration))
+        process.send_signal(signal.SIGKILL)
+        killed = process.wait() == -signal.SIGKILL
+        kills += killed
+        figures["kills"] += killed
+        figures["files checked"] += 1
+        found = read(target)
+        if found not in (old, new):
+            failures.append(f"{label}: the target is neither the old nor a whole new file "
+                            f"({len(found)} bytes; old {len(old)}, new {len(new)})")
+        if len(os.listdir(folder)) > 1 + len(keep):
+            figures["kills caught mid-write"] += 1
+            if run(argv, env).wait() != 0 or read(target) != new:
+                failures.append(f"{label}: the run after a kill did not write the file")
+            left = set(os.listdir(folder)) - {os.path.basename(target)} - keep
+            if left:
+                failures.append(f"{label}: left after the next run: {sorted(left)}")
 
 
 def main():
@@ -106,21 +97,17 @@ def main():
     else:
         print(f"corpus floor {CORPUS_FLOOR} absent: the sample floor only")
     shutil.rmtree(work, ignore_errors=True)
-    figures = {"kills": 0, "files checked": 0, "kills caught mid-write": 0}
-    failures = []
-    series = KillSeries(random.Random(seed), figures, failures)
-    count = -(-KILLS_WANTED // (len(drawings) * (1 + len(FORMATS) + 1)))
+    rng = random.Random(seed)
+    count = -(-KILLS_WANTED // (len(drawings) * (len(FORMATS) + 2)))
     for key, drawing in drawings.items():
         env = dict(os.environ, FLOORXPORT_SETTINGS=f"{work}/{key}/settings/VantoryApp.reg")
-        for name, argv, target, extra in operations(floorxport, drawing, f"{work}/{key}"):
-            series.kill_many(f"{key}/{name}", argv, target, extra, env, count)
-    print(", ".join(f"{name}: {value}" for name, value in figures.items()) +
-          f", failures: {len(failures)}")
+        for name, argv, target, keep in operations(floorxport, drawing, f"{work}/{key}"):
+            kill_many(rng, f"{key}/{name}", argv, target, keep, env, count)
+    if figures["kills"] < 200:
+        failures.append(f"only {figures['kills']} runs were killed before they ended")
+    print(", ".join(f"{name}: {value}" for name, value in figures.items()) + f", failures: {len(failures)}")
     for failure in failures:
         print(f"FAILED (seed {seed}): {failure}")
-    if figures["kills"] < 200:
-        print(f"FAILED (seed {seed}): only {figures['kills']} runs were killed before they ended")
-        return 1
     return 1 if failures else 0
 
 
