@@ -132,6 +132,24 @@ TEST_F(BatchTest, FolderAnalysedThenResumed) {
   EXPECT_EQ(resumed["broken.dxf"]["summary"]["rooms_identified"], 24);
 }
 
+TEST_F(BatchTest, WrongUsageExitsWithTwo) {
+  const std::string plans = (work_ / "plans").string();
+  const std::string hint = "\nRun \"floorxport batch --help\" for usage.\n";
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{"batch", plans}, "floorxport: batch needs the subcommand after --" + hint},
+      {{"batch", "--", "info", "{drawing}"}, "floorxport: batch needs a DIR or LIST" + hint},
+      {{"batch", plans, "--", "info", "x.dxf"}, "floorxport: the subcommand's arguments need {drawing}" + hint},
+      {{"batch", plans, "--", "export", "{drawing}", "{out}/{stem}.svg"}, "floorxport: {out} needs --out-dir" + hint},
+      {{"batch", plans, "--jobs", "0", "--", "info", "{drawing}"},
+       "floorxport: --jobs needs a whole number of 1 or more, not \"0\"" + hint},
+  };
+  for (const auto& [args, err] : cases) {
+    ProgramResult result = Batch(args);
+    EXPECT_EQ(result.exit_status, 2) << err;
+    EXPECT_EQ(result.err, err);
+  }
+}
+
 // Starts the program; its output goes to files in `dir`.
 pid_t Start(const std::vector<std::string>& args, const fs::path& dir) {
   const pid_t pid = fork();
