@@ -228,5 +228,56 @@ TEST_F(BatchTest, HangingDrawingStoppedAndInterruptedBatchResumed) {
   EXPECT_EQ(ReadManifest(manifest)["hangs.dxf"]["status"], "ok");
 }
 
+// The process whose command line holds `text`, or 0.
+pid_t FindProcess(const std::string& text) {
+  for (const fs::directory_entry& entry : fs::directory_iterator("/proc")) {
+    std::string command = ReadFile((entry.path() / "cmdline").string());
+    std::replace(command.begin(), command.end(), '\0', ' ');
+    if (command.find(text) != std::string::npos) return std::stoi(entry.path().filename().string());
+  }
+  return 0;
+}
+
+// A run ended by a signal the batch did not send is a crash; a manifest line
+// cut by an earlier crash of the batch is ignored, and new lines stand alone.
+TEST_F(BatchTest, CrashedRunRecordedAfterACutManifestLine) {
+  const fs::path manifest = work_ / "manifest.jsonl";
+  std::ofstream(manifest) << "{\"drawing\":\"/plans/old.dxf\",\"sta";
+  fs::copy_file(kSmallPlan, work_ / "plans" / "fine.dxf");
+  fs::copy_file(kSmallPlan, work_ / "plans" / "crashes.dxf");
+  std::ofstream(work_ / "plans" / "fine.scr") << "ZOOM E\n";
+  ASSERT_EQ(mkfifo((work_ / "plans" / "crashes.scr").c_str(), 0600), 0);
+  const pid_t batch = Start({"batch", (work_ / "plans").string(), "--jobs", "2", "--manifest", manifest.string(),
+                             "--", "run", "{drawing}", "-s", (work_ / "plans" / "{stem}.scr").string()},
+                            work_);
+  pid_t child = 0;
+  for (int i = 0; i < 600 && (child = FindProcess("crashes.scr")) == 0; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  }
+  ASSERT_NE(child, 0);
+  kill(child, SIGSEGV);
+  int status = 0;
+  ASSERT_EQ(waitpid(batch, &status, 0), batch);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
+  const std::string out = ReadFile((work_ / "batch-out.txt").string());
+  EXPECT_NE(out.find("floorxport: warning: " + manifest.string() + ":1: not a manifest line, ignored\n"),
+            std::string::npos) << out;
+
+  std::istringstream lines(ReadFile(manifest.string()));
+  std::string line;
+  std::getline(lines, line);
+  EXPECT_EQ(line, "{\"drawing\":\"/plans/old.dxf\",\"sta");
+  std::map<std::string, json> records;
+  while (std::getline(lines, line)) {
+    const json record = json::parse(line);
+    records[fs::path(record["drawing"].get<std::string>()).filename().string()] = record;
+  }
+  EXPECT_EQ(records.size(), 2u);
+  EXPECT_EQ(records["fine.dxf"]["status"], "ok");
+  EXPECT_EQ(records["crashes.dxf"]["status"], "crashed");
+  EXPECT_EQ(records["crashes.dxf"]["signal"], "SIGSEGV");
+  EXPECT_TRUE(records["crashes.dxf"]["exit_code"].is_null());
+}
+
 }  // namespace
 }  // namespace fx::cli_test
