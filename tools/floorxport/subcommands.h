@@ -23,6 +23,7 @@ int SendSubcommand(std::span<const std::string> args);
 int OccupantsSubcommand(std::span<const std::string> args);
 int ServersSubcommand(std::span<const std::string> args);
 int ReviewSubcommand(std::span<const std::string> args);
+int BatchSubcommand(std::span<const std::string> args);
 
 extern const char kRunUsage[];
 extern const char kAnalyzeUsage[];
@@ -37,6 +38,7 @@ extern const char kSendUsage[];
 extern const char kOccupantsUsage[];
 extern const char kServersUsage[];
 extern const char kReviewUsage[];
+extern const char kBatchUsage[];
 
 }  // namespace fx::cli
 
