@@ -95,8 +95,10 @@ int CutSend(struct soap* soap, const char* data, std::size_t size) {
       state.cut_at = end + 4 + std::max<std::uint64_t>(1, ContentLength(state.head) / 2);
     }
   }
+  if (state.cut_at != 0 && state.sent >= state.cut_at) return soap->error = SOAP_EOF;  // cut before
   if (state.cut_at != 0 && state.sent + size >= state.cut_at) {
     state.plain_send(soap, data, static_cast<std::size_t>(state.cut_at - state.sent));
+    state.sent = state.cut_at;
     ::shutdown(soap->socket, SHUT_RDWR);
     return soap->error = SOAP_EOF;
   }
