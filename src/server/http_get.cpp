@@ -12,8 +12,9 @@ namespace {
 
 constexpr long kConnectTimeoutSeconds = 10;
 // Slower than this many bytes a second for kStallSeconds fails the call: a
-// server that accepted the request and stopped answering.
-constexpr long kStallBytesPerSecond = 1;
+// server that accepted the request and stopped answering, or that trickles
+// its answer a few bytes at a time.
+constexpr long kStallBytesPerSecond = 100;
 constexpr long kStallSeconds = 10;
 // The longest a whole reply may take, however it trickles in.
 constexpr long kOverallTimeoutSeconds = 300;

@@ -3,6 +3,7 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstring>
 
 #include "server/log_in.h"
@@ -12,6 +13,10 @@
 namespace {
 
 constexpr int kTimeoutSeconds = 10;
+// A reply that comes slower than this, over any kTimeoutSeconds from its
+// first bytes, fails the call as a silent server does: the receive timeout
+// alone would wait for ever on a server trickling a few bytes a second.
+constexpr size_t kStallBytesPerSecond = 100;
 constexpr const char* kSystemAuthorities = "/etc/ssl/certs";
 
 }  // namespace
@@ -96,6 +101,10 @@ size_t ProgressDrawingAPIPortBindingProxy::CountingReceive(struct soap* soap, ch
                                                            size_t size) {
   auto* client = static_cast<ProgressDrawingAPIPortBindingProxy*>(soap->user);
   const size_t received = client->saved_frecv(soap, data, size);
+  if (received > 0 && client->Stalled(received)) {
+    client->stalled_ = true;
+    return 0;  // the end of the reply; WithLogIn reports a timeout
+  }
   if (received > 0 && client->transfer_callback != nullptr) {
     client->received_ += received;
     const size_t total = static_cast<size_t>(soap->length);
@@ -103,6 +112,17 @@ size_t ProgressDrawingAPIPortBindingProxy::CountingReceive(struct soap* soap, ch
                               total);
   }
   return received;
+}
+
+bool ProgressDrawingAPIPortBindingProxy::Stalled(size_t received) {
+  const auto now = std::chrono::steady_clock::now();
+  if (!window_start_) window_start_ = now;
+  window_bytes_ += received;
+  if (now - *window_start_ < std::chrono::seconds(kTimeoutSeconds)) return false;
+  if (window_bytes_ < kStallBytesPerSecond * kTimeoutSeconds) return true;
+  window_start_ = now;
+  window_bytes_ = 0;
+  return false;
 }
 
 // Sends the call, and again after each HTTP 401 the user answers with
@@ -115,7 +135,16 @@ int ProgressDrawingAPIPortBindingProxy::WithLogIn(Call call) {
     fx::server::ApplyCredentials(soap);
     sent_ = 0;
     received_ = 0;
+    window_start_.reset();
+    window_bytes_ = 0;
+    stalled_ = false;
     const int result = call();
+    if (stalled_) {
+      // Whatever the runtime made of the reply cut short: a transfer that
+      // timed out, as when the server sends nothing.
+      soap->errnum = ETIMEDOUT;
+      return soap->error = SOAP_EOF;
+    }
     if (result != 401 || !fx::server::RetryAfterUnauthorized(result)) return result;
   }
 }
