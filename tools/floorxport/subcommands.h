@@ -22,6 +22,7 @@ int OpenSubcommand(std::span<const std::string> args);
 int SendSubcommand(std::span<const std::string> args);
 int OccupantsSubcommand(std::span<const std::string> args);
 int ServersSubcommand(std::span<const std::string> args);
+int StudioSubcommand(std::span<const std::string> args);
 
 extern const char kRunUsage[];
 extern const char kAnalyzeUsage[];
@@ -35,6 +36,7 @@ extern const char kOpenUsage[];
 extern const char kSendUsage[];
 extern const char kOccupantsUsage[];
 extern const char kServersUsage[];
+extern const char kStudioUsage[];
 
 }  // namespace fx::cli
 
