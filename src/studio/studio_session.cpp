@@ -127,7 +127,7 @@ void StudioSession::Finish(const std::string& line, bool ok, const std::vector<s
   busy_ = false;
   state_.Update([&](nlohmann::json& fields) {
     fields["busy"] = nullptr;
-    fields["last"] = {{"line", line}, {"ok", ok}, {"problems", problems}};
+    fields["last"] = {{"run", ++runs_}, {"line", line}, {"ok", ok}, {"problems", problems}};
   });
   Publish();
 }

@@ -90,6 +90,7 @@ class StudioSession {
   std::string path_;                     // where Save writes
   AcApDocument* document_ = nullptr;     // the document path_ belongs to
   uint64_t revision_ = 1;
+  uint64_t runs_ = 0;                    // command lines run so far
   bool modified_ = false;                // changed since read or saved
   bool busy_ = false;
 };

@@ -9,7 +9,8 @@
 //   progress  {label, percent} while the status-bar meter runs, or null
 //   pending   the dialog, message box or prompt waiting for an answer, or null
 //   view      {x, y, width, height} of the active view in picture units
-//   last      {line, ok, problems} of the last command line run
+//   last      {run, line, ok, problems} of the last command line run; run
+//             counts the runs
 // The transcript is kept apart, as text that only grows: a page asks for it
 // from the offset it has.
 #ifndef FLOORXPORT_STUDIO_STUDIO_STATE_H_

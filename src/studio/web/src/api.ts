@@ -39,7 +39,7 @@ export interface State {
   progress: { label: string; percent: number } | null;
   pending: Pending | null;
   view: WorldView | null;
-  last: { line: string; ok: boolean; problems: string[] } | null;
+  last: { run: number; line: string; ok: boolean; problems: string[] } | null;
   closing?: boolean;
   transcript: { from: number; text: string };
 }

@@ -6,7 +6,7 @@
 import { ApiError, getFloor, getJson, getState, post } from "./api";
 import type { MenuEntry, ProblemList, State } from "./api";
 import { FloorView } from "./floor_view";
-import { MenuBar } from "./menu_bar";
+import { MenuBar, plainLabel } from "./menu_bar";
 import { ProblemsPanel } from "./problems_panel";
 import { QuestionForm } from "./question_form";
 import { TranscriptPanel } from "./transcript_panel";
@@ -44,6 +44,7 @@ let shownRevision = -1;
 let loadingRevision = -1;
 let viewKey: string | null = null;
 let busy: string | null = null;
+let lastRun = 0;
 let problemsRevision = -1;
 
 async function loadPicture(revision: number): Promise<void> {
@@ -97,20 +98,23 @@ function apply(state: State): void {
     progress.value = state.progress.percent;
     element("#progress-label").textContent = `${state.progress.label} ${state.progress.percent}%`;
   }
-  const wasBusy = busy;
   busy = state.busy;
   document.body.classList.toggle("busy", busy !== null);
-  if (busy !== null) say(`Running ${busy}…`);
-  else if (wasBusy !== null && state.last) {
+  // A run that ended since the last state, however quick it was.
+  const ended = state.last !== null && state.last.run !== lastRun;
+  if (busy !== null) say(`Running ${plainLabel(busy)}…`);
+  else if (ended && state.last) {
     const last = state.last;
-    say(last.ok ? `${last.line}: done` : `${last.line}: ${last.problems.join("; ")}`, !last.ok);
+    const line = plainLabel(last.line);
+    say(last.ok ? `${line}: done` : `${line}: ${last.problems.join("; ")}`, !last.ok);
   }
+  lastRun = state.last?.run ?? 0;
   // Follow the editor's view when a command or a dialog zoomed it.
   const key = state.view ? JSON.stringify(state.view) : "";
   if (viewKey !== null && key !== viewKey && state.view && floor.shown) floor.showWorldView(state.view);
   viewKey = key;
   const revision = drawing?.revision ?? 0;
-  if ((wasBusy !== null && busy === null) || revision !== problemsRevision) {
+  if (ended || revision !== problemsRevision) {
     problemsRevision = revision;
     void loadProblems().catch((error: unknown) => say(String(error), true));
   }

@@ -73,12 +73,19 @@ export class QuestionForm {
       button.addEventListener("click", () => this.answer({ id: pending.id, action: "press", index }));
       buttons.append(button);
     });
-    const cancel = document.createElement("button");
-    cancel.type = "button";
-    cancel.className = "cancel";
-    cancel.textContent = "Cancel";
-    cancel.addEventListener("click", () => this.answer({ id: pending.id, action: "cancel" }));
-    buttons.append(cancel);
+    // Closing the window cancels a dialog; a model without a Cancel button
+    // gets one for it.
+    if (!(pending.buttons ?? []).some((label) => plainLabel(label) === "Cancel")) {
+      const cancel = document.createElement("button");
+      cancel.type = "button";
+      cancel.className = "cancel";
+      cancel.textContent = "Cancel";
+      cancel.addEventListener("click", () => this.answer({ id: pending.id, action: "cancel" }));
+      buttons.append(cancel);
+    }
+    box.addEventListener("keydown", (event) => {
+      if (event.key === "Escape") this.answer({ id: pending.id, action: "cancel" });
+    });
     box.append(buttons);
   }
 
@@ -86,8 +93,9 @@ export class QuestionForm {
     // A label of several lines carries text for the field (a hint, or a list
     // of rows with cells joined by " | "); its last line names the field.
     const lines = field.label.split("\n");
+    const name = lines.pop() ?? "";
     const label = document.createElement("label");
-    label.textContent = plainLabel(lines.pop() ?? "");
+    label.textContent = plainLabel(name);
     const before = lines.length > 0 ? [this.captionBlock(lines, pending, index)] : [];
     const id = `field-${++uniqueId}`;
     label.htmlFor = id;
@@ -140,7 +148,7 @@ export class QuestionForm {
     }
     control.id = id;
     control.dataset.focusKey = `field-${index}`;
-    control.dataset.label = field.label;
+    control.dataset.label = name;
     if (pending.error_field === index) control.classList.add("refused");
     return [...before, label, control];
   }
