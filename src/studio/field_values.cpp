@@ -30,15 +30,15 @@ std::string CheckFieldValue(const DialogField& field, const std::string& value) 
     case DialogField::kCheck:
       return value == "Yes" || value == "No" ? std::string() : "Requires Yes or No.";
     case DialogField::kList: {
-      // Items joined by ","; item texts hold no comma.
-      for (size_t start = 0; start < value.size();) {
-        size_t comma = value.find(',', start);
-        if (comma == std::string::npos) comma = value.size();
+      // Items joined by ","; item texts hold no comma. Empty: no item.
+      if (value.empty()) return {};
+      for (size_t start = 0;;) {
+        const size_t comma = value.find(',', start);
         const std::string_view item = std::string_view(value).substr(start, comma - start);
         if (!IsItem(field, item)) return "No item \"" + std::string(item) + "\".";
+        if (comma == std::string::npos) return {};
         start = comma + 1;
       }
-      return {};
     }
   }
   return "Unknown field kind.";
