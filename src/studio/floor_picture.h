@@ -1,6 +1,6 @@
-// The floor as the page draws it: our SVG export of the current drawing
-// (the export driver with the saved export options, so the page shows what
-// an export would write), kept until the drawing changes.
+// The floor as the page draws it: the current drawing through our SVG
+// renderer with the saved export options (so it looks as an export does),
+// framed by the model-space extents, kept until the drawing changes.
 #ifndef FLOORXPORT_STUDIO_FLOOR_PICTURE_H_
 #define FLOORXPORT_STUDIO_FLOOR_PICTURE_H_
 

@@ -65,6 +65,10 @@ class StudioServer::Impl {
   Impl(HostLoop& loop, StudioState& state, StudioSession& session, std::string token)
       : loop_(loop), state_(state), session_(session), token_(std::move(token)) {
     server_.set_pre_routing_handler([this](const httplib::Request& request, httplib::Response& response) {
+      // Loopback needs no compression, and the library would compress SVG
+      // and JSON with brotli at its slowest setting (a 4 MB floor took 15 s).
+      // The request object is the server's own, not const: its header may go.
+      const_cast<httplib::Request&>(request).headers.erase("Accept-Encoding");
       return Guard(request, response);
     });
     Routes();

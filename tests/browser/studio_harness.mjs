@@ -87,11 +87,23 @@ export async function setField(page, label, value) {
   const match = label.endsWith("*") ? `^="${label.slice(0, -1)}"` : `="${label}"`;
   const control = page.locator(`#question [data-label${match}]`);
   const tag = await control.evaluate((node) => node.tagName.toLowerCase() + (node.type ? `:${node.type}` : ""));
+  const before = await control.getAttribute("data-model-value");
   if (tag.startsWith("select")) await control.selectOption(value.split(","));
   else if (tag === "input:checkbox") await control.setChecked(value === "Yes");
   else {
     await control.fill(value);
     await control.press("Tab");
+  }
+  // The form is built again from the model: wait until it holds the value
+  // (as the model spells it: a floor chosen by its id shows its name).
+  if (tag !== "input:password" && before !== value) {
+    await page.waitForFunction(
+      ([selector, old]) => {
+        const now = document.querySelector(selector);
+        return now !== null && now.dataset.modelValue !== old;
+      },
+      [`#question [data-label${match}]`, before],
+    );
   }
 }
 

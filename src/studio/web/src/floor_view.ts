@@ -1,10 +1,13 @@
 // The floor: our SVG export inside one <svg> whose viewBox is the view.
 // Pan and zoom never touch the drawing's elements: while the user drags or
-// turns the wheel only a CSS transform on the stage changes (the browser
-// moves its layer without painting the floor again); when the gesture
-// rests, the transform is folded into the viewBox and the floor is painted
-// once at the new scale. Strokes do not scale (vector-effect in the style
-// sheet), so walls stay readable at every zoom.
+// turns the wheel only a CSS transform on the stage changes, and the
+// browser moves its layer without painting the floor again. The stage is
+// three views wide and high, so a drag of up to a view's size uncovers floor
+// the browser has already drawn; only a zoom, or a longer drag, folds the
+// transform into the viewBox when the gesture rests, and the floor is
+// painted once at the new scale. Strokes do not scale (vector-effect in the
+// style sheet), so walls stay readable at every zoom, and texts too small to
+// read at the view's scale are left out of the painting.
 //
 // Picture units: the export's, x' = x - min x, y' = max y - y of the frame.
 
@@ -12,6 +15,8 @@ import type { FloorSvg, Problem, WorldView } from "./api";
 
 const SVG_NS = "http://www.w3.org/2000/svg";
 const SETTLE_MS = 160;
+// Texts smaller than this many pixels are not drawn.
+const SMALLEST_TEXT_PX = 3;
 
 interface Box {
   x: number;
@@ -34,6 +39,7 @@ export class FloorView {
   private settleTimer = 0;
   private dragging: { x: number; y: number } | null = null;
   private pictureShown = false;
+  private textSize = 0;  // a typical font size of the picture, in its units
 
   constructor(private readonly host: HTMLElement) {
     this.stage = document.createElement("div");
@@ -72,9 +78,11 @@ export class FloorView {
     root.setAttribute("preserveAspectRatio", "none");
     const first = !this.pictureShown;
     this.frame = floor.frame;
-    this.drawing.replaceChildren(document.importNode(root, true));
+    this.textSize = typicalFontSize(root);
+    this.drawing.replaceChildren(document.adoptNode(root));
     this.pictureShown = true;
     if (first) this.fit();
+    else this.applyView();
   }
 
   fit(): void {
@@ -82,9 +90,13 @@ export class FloorView {
     this.setView({ x: 0, y: 0, w: x1 - x0, h: y1 - y0 }, 0.04);
   }
 
-  // The editor's active view, in world units.
+  // The editor's active view, in world units, with some of the floor around
+  // it (a zoom to one entity fits it tightly).
   showWorldView(view: WorldView): void {
-    this.setView(this.toPicture(view.x - view.width / 2, view.y + view.height / 2, view.width, view.height), 0);
+    const box = this.toPicture(view.x - view.width / 2, view.y + view.height / 2, view.width, view.height);
+    const [x0, y0, x1, y1] = this.frame;
+    const small = Math.max(box.w, box.h) < 0.1 * Math.max(x1 - x0, y1 - y0);
+    this.setView(box, small ? 1.5 : 0);
   }
 
   // Outlines problems; `visited` ones stand out. `kind` names the colour.
@@ -137,8 +149,17 @@ export class FloorView {
     this.applyView();
   }
 
+  // The canvas shows three views in each direction, the view in the middle.
   private applyView(): void {
-    this.canvas.setAttribute("viewBox", `${this.view.x} ${this.view.y} ${this.view.w} ${this.view.h}`);
+    const rect = this.host.getBoundingClientRect();
+    this.stage.style.left = `${-rect.width}px`;
+    this.stage.style.top = `${-rect.height}px`;
+    this.stage.style.width = `${3 * rect.width}px`;
+    this.stage.style.height = `${3 * rect.height}px`;
+    this.stage.style.transformOrigin = `${rect.width}px ${rect.height}px`;
+    const { x, y, w, h } = this.view;
+    this.canvas.setAttribute("viewBox", `${x - w} ${y - h} ${3 * w} ${3 * h}`);
+    this.drawing.classList.toggle("far", this.textSize / this.unitsPerPixel() < SMALLEST_TEXT_PX);
   }
 
   // Picture units per screen pixel at the current view ("meet" fitting).
@@ -163,8 +184,9 @@ export class FloorView {
   // Folds the gesture into the viewBox: the screen point p shows what the
   // untransformed stage showed at (p - d) / scale.
   private settle(): void {
-    if (this.dx === 0 && this.dy === 0 && this.scale === 1) return;
     const rect = this.host.getBoundingClientRect();
+    // A drag within the drawn margin needs no new painting.
+    if (this.scale === 1 && Math.abs(this.dx) < 0.8 * rect.width && Math.abs(this.dy) < 0.8 * rect.height) return;
     const units = this.unitsPerPixel();
     // The viewBox is centred in the host ("meet"): screen centre = view centre.
     const cx = rect.width / 2;
@@ -213,4 +235,17 @@ export class FloorView {
     this.host.classList.remove("panning");
     this.settle();
   }
+}
+
+// The median font size of (up to 200 of) the picture's texts; 0 for none.
+function typicalFontSize(root: Element): number {
+  const texts = root.getElementsByTagName("text");
+  const sizes: number[] = [];
+  const step = Math.max(1, Math.floor(texts.length / 200));
+  for (let i = 0; i < texts.length; i += step) {
+    const size = Number.parseFloat(texts[i].getAttribute("font-size") ?? "");
+    if (size > 0) sizes.push(size);
+  }
+  sizes.sort((a, b) => a - b);
+  return sizes.length > 0 ? sizes[Math.floor(sizes.length / 2)] : 0;
 }

@@ -32,7 +32,11 @@ export class QuestionForm {
       this.host.hidden = true;
       return;
     }
-    const focused = document.activeElement instanceof HTMLElement ? document.activeElement.dataset.focusKey : undefined;
+    // The control being edited keeps its focus and what the user has typed
+    // and not yet sent.
+    const active = document.activeElement instanceof HTMLElement ? document.activeElement : null;
+    const focused = active?.dataset.focusKey;
+    const typed = active instanceof HTMLInputElement && active.value !== active.dataset.modelValue ? active.value : null;
     const box = document.createElement("form");
     box.className = `question ${pending.kind}`;
     box.dataset.kind = pending.kind;
@@ -43,6 +47,7 @@ export class QuestionForm {
     this.host.replaceChildren(box);
     this.host.hidden = false;
     const again = focused ? box.querySelector<HTMLElement>(`[data-focus-key="${focused}"]`) : null;
+    if (typed !== null && again instanceof HTMLInputElement) again.value = typed;
     (again ?? box.querySelector<HTMLElement>("input, select, button"))?.focus();
   }
 
@@ -149,6 +154,7 @@ export class QuestionForm {
     control.id = id;
     control.dataset.focusKey = `field-${index}`;
     control.dataset.label = name;
+    control.dataset.modelValue = field.kind === "password" ? "" : field.value;
     if (pending.error_field === index) control.classList.add("refused");
     return [...before, label, control];
   }
