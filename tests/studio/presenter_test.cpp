@@ -27,7 +27,7 @@ class PresenterTest : public ::testing::Test {
       state_.WaitForChange(snapshot["version"].get<uint64_t>(), std::chrono::milliseconds(50));
     }
     ADD_FAILURE() << "no such question";
-    return nullptr;
+    return nlohmann::json::object();
   }
 
   StudioState state_;
@@ -40,21 +40,21 @@ class PresenterTest : public ::testing::Test {
 TEST_F(PresenterTest, AnswersReachTheModelAndAnswersToOtherQuestionsAreIgnored) {
   fx::exports::CPvExportFileDialog dialog("plan", fx::exports::kSaveFilter, 1);
   std::thread page([&] {
-    const nlohmann::json form = WaitForPending([](const nlohmann::json& p) { return p["kind"] == "dialog"; });
-    const int id = form["id"];
+    const nlohmann::json form = WaitForPending([](const nlohmann::json& p) { return p.value("kind", "") == "dialog"; });
+    const int id = form.value("id", -1);
     EXPECT_EQ(form["title"], "Export to File");
     EXPECT_EQ(form["fields"][1]["kind"], "integer");
-    loop_.Post([&] { presenter_.Press(id + 1, 0); });        // meant for another question
-    loop_.Post([&] { presenter_.SetField(id, 1, "nine"); });  // refused by the kind
-    WaitForPending([](const nlohmann::json& p) { return p["error"] == "Requires an integer value."; });
-    loop_.Post([&] { presenter_.SetField(id, 1, "9"); });  // refused by the model
+    loop_.Post([this, id] { presenter_.Press(id + 1, 0); });        // meant for another question
+    loop_.Post([this, id] { presenter_.SetField(id, 1, "nine"); });  // refused by the kind
+    WaitForPending([](const nlohmann::json& p) { return p.value("error", "") == "Requires an integer value."; });
+    loop_.Post([this, id] { presenter_.SetField(id, 1, "9"); });  // refused by the model
     const nlohmann::json refused =
-        WaitForPending([](const nlohmann::json& p) { return p["error"] != "Requires an integer value."; });
+        WaitForPending([](const nlohmann::json& p) { return p.value("error", "") != "Requires an integer value."; });
     EXPECT_EQ(refused["error"], "Requires an integer between 1 and 5.");
     EXPECT_EQ(refused["error_field"], 1);
-    loop_.Post([&] { presenter_.SetField(id, 0, "/plans/level 1"); });
-    loop_.Post([&] { presenter_.SetField(id, 1, "4"); });
-    loop_.Post([&] { presenter_.Press(id, fx::exports::CPvExportFileDialog::kSave); });
+    loop_.Post([this, id] { presenter_.SetField(id, 0, "/plans/level 1"); });
+    loop_.Post([this, id] { presenter_.SetField(id, 1, "4"); });
+    loop_.Post([this, id] { presenter_.Press(id, fx::exports::CPvExportFileDialog::kSave); });
   });
   EXPECT_EQ(presenter_.ShowDialog(dialog), 0);
   page.join();
@@ -65,12 +65,12 @@ TEST_F(PresenterTest, AnswersReachTheModelAndAnswersToOtherQuestionsAreIgnored) 
 
 TEST_F(PresenterTest, MessageBoxesAreAnsweredByButtonNameAndTheTranscriptKeepsThem) {
   std::thread page([&] {
-    const nlohmann::json box = WaitForPending([](const nlohmann::json& p) { return p["kind"] == "message"; });
+    const nlohmann::json box = WaitForPending([](const nlohmann::json& p) { return p.value("kind", "") == "message"; });
     EXPECT_EQ(box["icon"], "warning");
     EXPECT_EQ(box["buttons"], nlohmann::json({"Yes", "No"}));
-    const int id = box["id"];
-    loop_.Post([&] { presenter_.AnswerMessageBox(id, "Maybe"); });  // no such button: still asking
-    loop_.Post([&] { presenter_.AnswerMessageBox(id, "No"); });
+    const int id = box.value("id", -1);
+    loop_.Post([this, id] { presenter_.AnswerMessageBox(id, "Maybe"); });  // no such button: still asking
+    loop_.Post([this, id] { presenter_.AnswerMessageBox(id, "No"); });
   });
   console_.SetPresenter(&presenter_);
   EXPECT_EQ(console_.MessageBox("Send it?", "", MB_YESNO | MB_ICONWARNING), IDNO);
