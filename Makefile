@@ -3,7 +3,7 @@ BUILD ?= build
 CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc)
 
-.PHONY: all setup configure build test sample bench asan clean
+.PHONY: all setup configure build program test sample bench asan clean
 
 all: build
 
@@ -16,10 +16,14 @@ configure:
 build: configure
 	cmake --build $(BUILD) -j $(JOBS)
 
+# The floorxport program alone, without the tests and benchmarks.
+program: configure
+	cmake --build $(BUILD) -j $(JOBS) --target floorxport
+
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
 
-sample: build
+sample: program
 	bash scripts/run-sample
 
 bench: build

@@ -39,7 +39,7 @@ fx::rooms::CDocData* DocDataOf(const AcDbDatabase* database) {
 
 void ShowError(const char* text) { acedMessageBox(text, kExportDialogTitle, MB_OK | MB_ICONEXCLAMATION); }
 
-// The layer table's names in table order (the headless host hides no layer).
+// The names of the layer table's shown layers in table order.
 std::vector<std::string> ReadLayers(AcDbDatabase& database) {
   std::vector<std::string> names;
   AcDbLayerTable* table = nullptr;
@@ -52,6 +52,7 @@ std::vector<std::string> ReadLayers(AcDbDatabase& database) {
       ShowError(kLayerRecordErrorMessage);
       continue;
     }
+    if (layer->isHidden()) continue;
     std::string name;
     if (layer->getName(name) != Acad::eOk) {
       ShowError(kLayerNameErrorMessage);

@@ -46,10 +46,10 @@ struct DrawingVersionEntry {
   int32_t number;  // "Vantory Drawing Version"
 };
 inline constexpr std::array<DrawingVersionEntry, 4> kDrawingVersions = {{
-    {"Current (DWG 2018)", 255},
-    {"DWG 2010", 29},
-    {"DWG 2013", 31},
-    {"DWG 2018", 33},
+    {"Current (AutoCAD 2018)", 255},
+    {"AutoCAD 2010", 29},
+    {"AutoCAD 2013", 31},
+    {"AutoCAD 2018", 33},
 }};
 
 // The layers exported from `database`, by name: the choice saved for its

@@ -44,6 +44,7 @@ fx::svg::SvgOptions RendererOptions(const ExportSettings& settings, const Driver
   svg.drawing_document = options.drawing_document;
   svg.program_attributes = options.program_attributes;
   svg.layer_id = options.layer_id;
+  svg.exported_layers = fx::rooms::DocVars().docData().exportedLayers();
   return svg;
 }
 

@@ -1,5 +1,6 @@
 #include "export/export_frame.h"
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 
@@ -16,14 +17,36 @@ bool IsBox(const AcGePoint3d& min, const AcGePoint3d& max) {
          min.x <= max.x && min.y <= max.y;
 }
 
+// Runs the zoom without its prompts on the command line: CMDECHO is 0 for
+// the span of the command and then what it was.
+int ZoomExtentsQuietly() {
+  resbuf echo{};
+  const bool saved = acedGetVar("CMDECHO", &echo) == RTNORM;
+  const resbuf quiet{nullptr, RTSHORT, {.rint = 0}};
+  if (saved) acedSetVar("CMDECHO", &quiet);
+  const int result = acedCommandS(RTSTR, "_ZOOM", RTSTR, "E", RTNONE);
+  if (saved) acedSetVar("CMDECHO", &echo);
+  return result;
+}
+
+// A point system variable; not a number when it cannot be read.
+AcGePoint3d PointVariable(const char* name) {
+  resbuf value{};
+  if (acedGetVar(name, &value) != RTNORM || value.restype != RT3DPOINT) {
+    const double none = std::nan("");
+    return {none, none, none};
+  }
+  return {value.resval.rpoint[0], value.resval.rpoint[1], value.resval.rpoint[2]};
+}
+
 }  // namespace
 
 bool ExtentsFrame(AcDbDatabase& database, fx::svg::Frame& frame) {
-  // The editor's zoom to extents brings the header's extents up to date;
+  // The editor's zoom to extents brings the drawing's extents up to date;
   // when the command did not run, the database does it.
-  if (acedCommandS(RTSTR, "_ZOOM", RTSTR, "E", RTNONE) != RTNORM) database.updateExt();
-  const AcGePoint3d min = database.extmin();
-  const AcGePoint3d max = database.extmax();
+  if (ZoomExtentsQuietly() != RTNORM) database.updateExt();
+  const AcGePoint3d min = PointVariable("EXTMIN");
+  const AcGePoint3d max = PointVariable("EXTMAX");
   if (!IsBox(min, max)) return false;
   frame.min = min.to2d();
   frame.max = max.to2d();
@@ -85,8 +108,23 @@ bool ActiveViewFrame(AcDbDatabase& database, fx::svg::Frame& frame) {
   const AcGePoint2d center = viewport->centerPoint();
   const double half_width = viewport->width() * 0.5;
   const double half_height = viewport->height() * 0.5;
-  frame.min = {center.x - half_width, center.y - half_height};
-  frame.max = {center.x + half_width, center.y + half_height};
+  viewport.close();
+  // The view's corners are display coordinates: the editor turns them into
+  // world ones. A view that is twisted or looks along another direction
+  // gives the world box of its two corners.
+  ads_point corners[2] = {{center.x - half_width, center.y - half_height, 0},
+                          {center.x + half_width, center.y + half_height, 0}};
+  const resbuf display{nullptr, RTSHORT, {.rint = 2}};
+  const resbuf world{nullptr, RTSHORT, {.rint = 0}};
+  for (ads_point& corner : corners) {
+    const int result = acedTrans(corner, &display, &world, 0, corner);
+    if (result != RTNORM) {
+      acutPrintf("\nacedTrans(DCS, WCS) = %d", result);
+      return false;
+    }
+  }
+  frame.min = {std::min(corners[0][0], corners[1][0]), std::min(corners[0][1], corners[1][1])};
+  frame.max = {std::max(corners[0][0], corners[1][0]), std::max(corners[0][1], corners[1][1])};
   return true;
 }
 

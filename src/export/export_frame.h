@@ -1,12 +1,15 @@
 // The export frame: the box in world X and Y that becomes the SVG view box,
 // found as "Drawing Position" says.
 //
-//   0  zoom to extents (the host's "_ZOOM" "E"), then the drawing's extents
-//      ($EXTMIN to $EXTMAX, brought up to date);
+//   0  zoom to extents (the host's "_ZOOM" "E", with CMDECHO 0 so that its
+//      prompts stay off the command line), then the drawing's extents (the
+//      system variables EXTMIN to EXTMAX, brought up to date by the zoom);
 //   2  the extents of the first entity of the "Viewbox poly_ext layer"
 //      whose extents are not a point;
 //   1  the active viewport's view: its centre minus and plus half its width
-//      and height.
+//      and height, both corners converted from the view's display
+//      coordinates to world ones (acedTrans); the frame is the box of the
+//      two converted corners.
 //
 // 2 falls back to 1 when the layer setting is empty, the layer does not
 // exist, or no entity of it has extents that are not a point; 0 falls back
@@ -15,9 +18,6 @@
 //   "\npDb->getViewportTable(pViewPortTable, AcDb::kForRead) = %s"
 //   "\npViewPortTable->getAt(_T(\"*ACTIVE\"), idViewport) = %s"
 //   "\npViewPort.openStatus() = %s"
-// The view's centre is taken as world X and Y: the host keeps plan views
-// (no twist, no view direction), in which display and world coordinates
-// agree.
 #ifndef FLOORXPORT_EXPORT_EXPORT_FRAME_H_
 #define FLOORXPORT_EXPORT_EXPORT_FRAME_H_
 

@@ -3,6 +3,7 @@
 #ifndef FLOORXPORT_HOST_DB_ENTITIES_H_
 #define FLOORXPORT_HOST_DB_ENTITIES_H_
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -194,6 +195,14 @@ class AcDbText : public AcDbEntity {
   Acad::ErrorStatus setHorizontalMode(AcDbTextHorzMode mode);
   Acad::ErrorStatus setVerticalMode(AcDbTextVertMode mode);
   Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+  // The points keep their world coordinates; the rotation is then measured
+  // in the new plane. eInvalidInput for a zero vector.
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+
+  // Points, normal, rotation, height, width factor, obliquing and thickness
+  // follow the transform, so the glyphs land where the transform puts them;
+  // a reflection turns the text backwards (the upside-down flag is kept).
+  Acad::ErrorStatus transformBy(const AcGeMatrix3d& transform) override;
 };
 
 class AcDbAttribute : public AcDbText {
@@ -204,7 +213,10 @@ class AcDbAttribute : public AcDbText {
   std::string tag() const;
   Acad::ErrorStatus setTag(const char* tag);
   bool isInvisible() const;
+  Acad::ErrorStatus setInvisible(bool invisible);
   bool isConstant() const;
+  uint16_t fieldLength() const;  // 0 when not set
+  Acad::ErrorStatus setFieldLength(uint16_t length);
 };
 
 class AcDbAttributeDefinition : public AcDbText {
@@ -218,6 +230,7 @@ class AcDbAttributeDefinition : public AcDbText {
   bool isInvisible() const;
   bool isConstant() const;
   bool isPreset() const;
+  uint16_t fieldLength() const;  // 0 when not set
 };
 
 class AcDbMText : public AcDbEntity {
@@ -278,6 +291,9 @@ class AcDbBlockReference : public AcDbEntity {
   Acad::ErrorStatus setPosition(const AcGePoint3d& position);
   Acad::ErrorStatus setRotation(double rotation);
   Acad::ErrorStatus setScaleFactors(const AcGeScale3d& scale);
+  // The position keeps its world coordinates; the rotation is then measured
+  // in the new plane. eInvalidInput for a zero vector.
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
   Acad::ErrorStatus setBlockTableRecord(AcDbObjectId block);
 };
 

@@ -96,6 +96,17 @@ class AcDbEntity : public AcDbObject {
 
   AcDb::Visibility visibility() const;
 
+  // Takes the general properties of `source` (layer, colour, linetype,
+  // linetype scale, lineweight, visibility, plot style, transparency): each
+  // one `source` leaves unset is unset here too (by layer, or the default).
+  // Needs write access; eInvalidInput for a null `source`.
+  Acad::ErrorStatus setPropertiesFrom(const AcDbEntity* source);
+
+  // Transforms the entity in place. eNotApplicable for entity types that
+  // cannot be transformed; eInvalidInput, with nothing changed, for a
+  // transform that collapses the entity.
+  virtual Acad::ErrorStatus transformBy(const AcGeMatrix3d& transform);
+
   // The entity's extents in world coordinates (its block's coordinates for
   // an entity inside a block definition). eInvalidExtents for entities
   // without extents (an empty text, an infinite line).

@@ -60,6 +60,9 @@ class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   bool isFrozen() const;
   bool isLocked() const;
   bool isPlottable() const;
+  // A layer the editor keeps out of its layer lists: the system layers it
+  // makes for itself, whose names begin with '*' ("*ADSK_CONSTRAINTS").
+  bool isHidden() const;
   AcCmColor color() const;  // never by layer or by block
   AcDb::LineWeight lineWeight() const;
   AcDbObjectId linetypeObjectId() const;
@@ -121,6 +124,12 @@ class AcDbViewportTableRecord : public AcDbSymbolTableRecord {
   AcGePoint2d centerPoint() const;
   double height() const;
   double width() const;  // height times the aspect ratio
+  // The view: the centre above is in its display system, whose origin is
+  // the target, whose Z axis is the view direction (from the target towards
+  // the viewer) and whose X axis is turned by the twist (radians).
+  AcGePoint3d target() const;
+  AcGeVector3d viewDirection() const;  // +Z when the drawing gives none
+  double viewTwist() const;
   Acad::ErrorStatus setCenterPoint(const AcGePoint2d& center);
   Acad::ErrorStatus setHeight(double height);
   Acad::ErrorStatus setWidth(double width);

@@ -36,6 +36,28 @@ int acedGetPoint(const ads_point base, const char* prompt, ads_point result);
 // end, RTERROR when it is unknown or failed, RTCAN when it was cancelled.
 int acedCommandS(int rtype, ...);
 
+// System variables, by name in any case ("INSUNITS", "cmdecho"). Those of
+// the drawing (INSUNITS, LTSCALE, EXTMIN, ...) belong to the current
+// document; the editor's own (CMDECHO, ...) to the session. acedGetVar fills
+// `result` (restype and resval; rbnext is left alone) and returns RTNORM,
+// or RTERROR for an unknown name or a drawing variable when no drawing is
+// open. acedSetVar returns RTNORM, RTERROR as acedGetVar, or RTREJ when the
+// variable is read-only or the value is refused (wrong type, out of range).
+// Integers are RTSHORT, reals RTREAL (an RTSHORT is taken too), points
+// RT3DPOINT.
+int acedGetVar(const char* name, resbuf* result);
+int acedSetVar(const char* name, const resbuf* value);
+
+// Converts `point` from one coordinate system to another. `from` and `to`
+// are RTSHORT codes: 0 world, 1 the current user system (the drawing's
+// UCS), 2 the display system of the active viewport (origin at the view's
+// target, Z along its view direction, X and Y turned by its twist); or
+// RT3DPOINT, the object system of that extrusion direction. With `disp`
+// non-zero the point is a displacement: it is turned, not moved. RTNORM, or
+// RTERROR for another code, a zero extrusion, or the display system of a
+// drawing without an active viewport.
+int acedTrans(const ads_point point, const resbuf* from, const resbuf* to, int disp, ads_point result);
+
 // Message boxes. The answer comes from the user, or in a batch run from the
 // host's answer policy; either way the host shows the question and answer.
 constexpr unsigned MB_OK = 0x0;

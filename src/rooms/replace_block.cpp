@@ -1,7 +1,6 @@
 #include "rooms/replace_block.h"
 
 #include <cctype>
-#include <cmath>
 
 #include "host/database.h"
 #include "host/dialog.h"
@@ -36,63 +35,39 @@ void PrintStatus(const char* operation, Acad::ErrorStatus status) {
   acutPrintf("\n%s = %s", operation, Acad::acadErrorStatusText(status));
 }
 
-// What the replacement needs of an old reference, read while it is open.
-struct OldReference {
-  AcGePoint3d position;
-  double rotation = 0;
-  AcDbObjectId owner;
-  AcDbObjectId layer;
-  AcCmColor color;
-  AcDb::LineWeight line_weight = AcDb::kLnWtByLayer;
-  std::vector<std::pair<std::string, std::string>> attributes;  // tag, text
-};
-
-bool ReadOldReference(AcDbObjectId id, OldReference& old) {
-  AcDbObjectPointer<AcDbBlockReference> reference(id, AcDb::kForRead);
-  if (reference.openStatus() != Acad::eOk) return false;
-  old.position = reference->position();
-  old.rotation = reference->rotation();
-  old.owner = reference->blockId();
-  old.layer = reference->layerId();
-  old.color = reference->color();
-  old.line_weight = reference->lineWeight();
-  for (AcDbObjectId attribute_id : reference->attributeIds()) {
+// The tags and texts of an old reference's attributes, for the expressions.
+std::vector<std::pair<std::string, std::string>> OldAttributes(
+    const AcDbBlockReference& reference) {
+  std::vector<std::pair<std::string, std::string>> attributes;
+  for (AcDbObjectId attribute_id : reference.attributeIds()) {
     AcDbObjectPointer<AcDbAttribute> attribute(attribute_id, AcDb::kForRead);
     if (attribute.openStatus() == Acad::eOk) {
-      old.attributes.emplace_back(attribute->tag(), attribute->textString());
+      attributes.emplace_back(attribute->tag(), attribute->textString());
     }
   }
-  return true;
+  return attributes;
 }
 
-void CopyEntityProperties(AcDbObjectId layer, const AcCmColor& color, AcDb::LineWeight weight,
-                          AcDbEntity& entity) {
-  if (!layer.isNull()) entity.setLayer(layer);
-  entity.setColor(color);
-  entity.setLineWeight(weight);
-}
-
-// Places a text made in block coordinates by `transform` (rotation and
-// uniform scale about the normal of the block, as a new reference of scale
-// 1 has).
-void TransformText(AcDbText& text, const AcGeMatrix3d& transform) {
-  const bool aligned = !text.isDefaultAlignment();
-  const AcGePoint3d alignment = text.alignmentPoint();
-  const double rotation = text.rotation();
-  const AcGeVector3d direction =
-      transform * AcGeVector3d(std::cos(rotation), std::sin(rotation), 0);
-  text.setPosition(transform * text.position());
-  if (aligned) text.setAlignmentPoint(transform * alignment);
-  text.setRotation(std::atan2(direction.y, direction.x));
-  if (transform.scale() != 1.0) text.setHeight(text.height() * transform.scale());
-}
-
-// One attribute of the new reference from `definition`; its text from the
-// applied expressions. The reference is write-open and in the database.
+// One attribute of the new reference made from `definition` as the editor
+// makes one, placed in block coordinates and then moved by the reference's
+// block transform. The reference is write-open and in the database.
 void AppendAttribute(AcDbBlockReference& reference, const AcDbAttributeDefinition& definition,
-                     const AcGeMatrix3d& transform, const ReplaceBlockOptions& options,
-                     const OldReference& old) {
-  auto* attribute = new AcDbAttribute();
+                     const AcGeMatrix3d& transform, const std::string& text) {
+  auto* attribute = new AcDbAttribute();  // its text starts empty
+  attribute->setPropertiesFrom(&definition);
+  attribute->setInvisible(definition.isInvisible());
+  // The definition's plane first, for its position and rotation to mean the same.
+  attribute->setNormal(definition.normal());
+  attribute->setPosition(definition.position());
+  attribute->setHeight(definition.height());
+  attribute->setRotation(definition.rotation());
+  attribute->setTag(definition.tag().c_str());
+  attribute->setFieldLength(definition.fieldLength());
+  attribute->setHorizontalMode(definition.horizontalMode());
+  attribute->setVerticalMode(definition.verticalMode());
+  if (!definition.isDefaultAlignment()) attribute->setAlignmentPoint(definition.alignmentPoint());
+  attribute->transformBy(transform);
+  attribute->setTextString(text.c_str());
   AcDbObjectId attribute_id;
   if (Acad::ErrorStatus status = reference.appendAttribute(attribute_id, attribute);
       status != Acad::eOk) {
@@ -100,25 +75,12 @@ void AppendAttribute(AcDbBlockReference& reference, const AcDbAttributeDefinitio
     delete attribute;
     return;
   }
-  CopyEntityProperties(definition.layerId(), definition.color(), definition.lineWeight(),
-                       *attribute);
-  attribute->setPosition(definition.position());
-  attribute->setHeight(definition.height());
-  attribute->setRotation(definition.rotation());
-  attribute->setTag(definition.tag().c_str());
-  attribute->setHorizontalMode(definition.horizontalMode());
-  attribute->setVerticalMode(definition.verticalMode());
-  if (!definition.isDefaultAlignment()) attribute->setAlignmentPoint(definition.alignmentPoint());
-  attribute->setTextString("");
-  TransformText(*attribute, transform);
-  if (const AppliedExpression* applied = FindExpression(options.expressions, definition.tag())) {
-    attribute->setTextString(ApplyExpression(applied->expression, old.attributes).c_str());
-  }
   attribute->close();
 }
 
 void AppendAttributes(AcDbBlockReference& reference, AcDbObjectId new_block,
-                      const ReplaceBlockOptions& options, const OldReference& old) {
+                      const ReplaceBlockOptions& options,
+                      const std::vector<std::pair<std::string, std::string>>& old_attributes) {
   const AcGeMatrix3d transform = reference.blockTransform();
   std::vector<AcDbObjectId> entities;
   {
@@ -128,25 +90,28 @@ void AppendAttributes(AcDbBlockReference& reference, AcDbObjectId new_block,
   }
   for (AcDbObjectId id : entities) {
     AcDbObjectPointer<AcDbAttributeDefinition> definition(id, AcDb::kForRead);
-    if (definition.openStatus() == Acad::eOk) {
-      AppendAttribute(reference, *definition.object(), transform, options, old);
-    }
+    if (definition.openStatus() != Acad::eOk) continue;
+    const AppliedExpression* applied = FindExpression(options.expressions, definition->tag());
+    const std::string text = applied ? ApplyExpression(applied->expression, old_attributes) : "";
+    AppendAttribute(reference, *definition.object(), transform, text);
   }
 }
 
-// The new reference for `old`; false when it could not be added.
-bool AddNewReference(const OldReference& old, AcDbObjectId new_block,
+// The new reference for `old` (read-open) in the same owner; false when it
+// could not be added.
+bool AddNewReference(const AcDbBlockReference& old, AcDbObjectId new_block,
                      const ReplaceBlockOptions& options) {
-  AcDbObjectPointer<AcDbBlockTableRecord> owner(old.owner, AcDb::kForWrite);
+  AcDbObjectPointer<AcDbBlockTableRecord> owner(old.blockId(), AcDb::kForWrite);
   if (owner.openStatus() != Acad::eOk) {
     PrintStatus("pOwner.openStatus", owner.openStatus());
     return false;
   }
-  auto* reference = new AcDbBlockReference(old.position, new_block);
-  reference->setRotation(old.rotation);
-  // The scale is not copied: the new reference keeps scale 1 (kept so). The
-  // normal is not either, for want of a setter in the host API: references
-  // in the world XY plane (normal +Z, as plans have them) come out exact.
+  auto* reference = new AcDbBlockReference(old.position(), new_block);
+  // Position, rotation and normal come from the old reference; the scale
+  // does not: the new one keeps scale 1 (kept so).
+  reference->setNormal(old.normal());
+  reference->setRotation(old.rotation());
+  reference->setPropertiesFrom(&old);
   AcDbObjectId id;
   if (Acad::ErrorStatus status = owner->appendAcDbEntity(id, reference); status != Acad::eOk) {
     PrintStatus("pOwner->appendAcDbEntity", status);
@@ -154,8 +119,7 @@ bool AddNewReference(const OldReference& old, AcDbObjectId new_block,
     return false;
   }
   owner.close();
-  CopyEntityProperties(old.layer, old.color, old.line_weight, *reference);
-  AppendAttributes(*reference, new_block, options, old);
+  AppendAttributes(*reference, new_block, options, OldAttributes(old));
   reference->close();
   return true;
 }
@@ -211,9 +175,11 @@ size_t ReplaceBlockReferences(CDocData& data, const ReplaceBlockOptions& options
   }
   size_t replaced = 0;
   for (AcDbObjectId id : references) {
-    OldReference old;
-    if (!ReadOldReference(id, old)) continue;
-    if (!AddNewReference(old, new_block, options)) continue;
+    {
+      AcDbObjectPointer<AcDbBlockReference> old(id, AcDb::kForRead);
+      if (old.openStatus() != Acad::eOk) continue;
+      if (!AddNewReference(*old.object(), new_block, options)) continue;
+    }
     ++replaced;
     if (options.remove_old) EraseOldReference(id);
   }

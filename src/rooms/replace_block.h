@@ -41,12 +41,13 @@ const AppliedExpression* FindExpression(const std::vector<AppliedExpression>& ex
                                         std::string_view tag);
 
 // Replaces every direct reference of options.old_block by a reference of
-// options.new_block, in the same owner block, at the same position with the
-// same rotation, scale 1 whatever the old one had (kept so), on the old one's
-// layer with its colour and lineweight. Its attributes are made from the new
-// block's attribute definitions, in their order: their properties, texts
-// from the applied expressions (empty without one), placed by the new
-// reference's block transform. With remove_old, the old reference is erased.
+// options.new_block, in the same owner block, with the same position,
+// rotation and normal, scale 1 whatever the old one had (kept so), and the
+// old one's general properties (layer, colour, linetype, ...). Its
+// attributes are made from the new block's attribute definitions, in their
+// order: their properties, texts from the applied expressions (empty
+// without one), moved by the new reference's block transform. With
+// remove_old, the old reference is erased.
 // A block name that is not found ends it (CDocData::GetBlockID reports it);
 // a reference that cannot be opened is skipped. Returns the number of
 // references made.

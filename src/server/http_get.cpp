@@ -5,6 +5,8 @@
 #include <cstring>
 #include <mutex>
 
+#include "server/tls_policy.h"
+
 namespace fx::server {
 namespace {
 
@@ -84,9 +86,11 @@ HttpReply HttpGet(const std::string& url, const std::vector<std::string>& header
   curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, kStallBytesPerSecond);
   curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, kStallSeconds);
   curl_easy_setopt(curl, CURLOPT_TIMEOUT, kOverallTimeoutSeconds);
-  // As the drawing service client: sites run on certificates of their own.
-  curl_easy_setopt(curl, CURLOPT_SSL_VERIFYPEER, 0L);
-  curl_easy_setopt(curl, CURLOPT_SSL_VERIFYHOST, 0L);
+  // As the drawing service client (see tls_policy.h).
+  const TlsPolicy tls = CurrentTlsPolicy();
+  curl_easy_setopt(curl, CURLOPT_SSL_VERIFYPEER, tls.verify ? 1L : 0L);
+  curl_easy_setopt(curl, CURLOPT_SSL_VERIFYHOST, tls.verify ? 2L : 0L);
+  if (tls.verify && !tls.ca_file.empty()) curl_easy_setopt(curl, CURLOPT_CAINFO, tls.ca_file.c_str());
   curl_easy_setopt(curl, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(max_bytes));
   curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, Write);
   curl_easy_setopt(curl, CURLOPT_WRITEDATA, &sink);

@@ -7,10 +7,12 @@
 
 #include "server/log_in.h"
 #include "server/soap/service_namespaces.h"
+#include "server/tls_policy.h"
 
 namespace {
 
 constexpr int kTimeoutSeconds = 10;
+constexpr const char* kSystemAuthorities = "/etc/ssl/certs";
 
 }  // namespace
 
@@ -22,11 +24,15 @@ ProgressDrawingAPIPortBindingProxy::ProgressDrawingAPIPortBindingProxy(const cha
   soap->user = this;
   // A peer that closes early must fail the call, not kill the process.
   soap->socket_flags = MSG_NOSIGNAL;
-  // Any certificate is accepted: sites run on private and self-signed
-  // certificates, under names that need not match, and the service has
-  // always been reached that way.
-  soap_ssl_client_context(soap, SOAP_SSL_NO_AUTHENTICATION | SOAP_SSL_SKIP_HOST_CHECK,
-                          nullptr, nullptr, nullptr, nullptr, nullptr);
+  const fx::server::TlsPolicy tls = fx::server::CurrentTlsPolicy();
+  if (tls.verify) {
+    soap_ssl_client_context(soap, SOAP_SSL_REQUIRE_SERVER_AUTHENTICATION | SOAP_TLSv1_2 | SOAP_TLSv1_3,
+                            nullptr, nullptr, tls.ca_file.empty() ? nullptr : tls.ca_file.c_str(),
+                            tls.ca_file.empty() ? kSystemAuthorities : nullptr, nullptr);
+  } else {
+    soap_ssl_client_context(soap, SOAP_SSL_NO_AUTHENTICATION | SOAP_SSL_SKIP_HOST_CHECK, nullptr, nullptr,
+                            nullptr, nullptr, nullptr);
+  }
   StreamAttachments();
   saved_fsend = soap->fsend;
   saved_frecv = soap->frecv;

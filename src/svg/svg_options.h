@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "host/geometry.h"
 #include "host/ids.h"
@@ -44,6 +46,9 @@ struct SvgOptions {
   // Draw the entities of the occupant import layer "!VANTORYIMPORT"
   // (left out by default: they are the service's own data).
   bool draw_import_layer = false;
+  // The layers to draw, by name (compared without regard to case); the
+  // others are left out as frozen layers are. nullopt draws every layer.
+  std::optional<std::vector<std::string>> exported_layers;
   // Gives ss:lid; without it no ss:lid is written.
   LayerIdFunction layer_id;
   // The colour written for palette colour 7, the editor's foreground colour

@@ -75,6 +75,10 @@ const LayerStyle& StyleResolver::Layer(AcDbObjectId layer) {
     style.frozen = record->isFrozen();
   }
   style.import = !layer.isNull() && layer == import_layer_;
+  if (const auto& exported = options_.exported_layers) {
+    style.left_out = std::none_of(exported->begin(), exported->end(),
+                                  [&](const std::string& name) { return SameName(name, style.name); });
+  }
   if (options_.layer_id && !layer.isNull()) style.lid = options_.layer_id(layer);
   return layers_.emplace(layer, std::move(style)).first->second;
 }
@@ -116,7 +120,8 @@ ResolvedStyle StyleResolver::Resolve(const PvSvgSubEntityTraits& traits, const I
   }
   const LayerStyle& layer_style = Layer(layer);
   style.layer = layer;
-  style.hides_block = layer_style.frozen || (layer_style.import && !options_.draw_import_layer);
+  style.hides_block =
+      layer_style.frozen || layer_style.left_out || (layer_style.import && !options_.draw_import_layer);
   style.hidden = style.hides_block || layer_style.off;
 
   const AcCmEntityColor color = traits.trueColor();

@@ -30,6 +30,7 @@ struct LayerStyle {
   bool off = false;
   bool frozen = false;
   bool import = false;  // the occupant import layer "!VANTORYIMPORT"
+  bool left_out = false;  // not among the exported layers
   std::optional<long> lid;
 };
 

@@ -52,15 +52,5 @@ TEST_F(CommandsTest, TheAboutBoxShowsTheProductAndALinkToSupport) {
   EXPECT_FALSE(runner().failed());
 }
 
-TEST_F(CommandsTest, TheAboutBoxWaitsForItsButton) {
-  fx::console::HostSession session(runner(), modules_);
-  std::string error;
-  ASSERT_TRUE(session.OpenDrawing(SmallPlan(), &error)) << error;
-  Run("_vantoryShowAbout");
-  EXPECT_EQ(runner().problems(),
-            std::vector<std::string>{"command _VANTORYSHOWABOUT was cancelled: the input ran out "
-                                     "while it waited for an answer"});
-}
-
 }  // namespace
 }  // namespace fx::app_test

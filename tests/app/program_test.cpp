@@ -79,6 +79,27 @@ TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
   EXPECT_NE(info.out.find("\nUnits: 6 (Meters)\n"), std::string::npos) << info.out;
 }
 
+// A batch run never stalls in a dialog: when the script ends in one, its
+// default button is pressed, and the transcript says so.
+TEST_F(ProgramTest, AScriptThatEndsInADialogPressesItsDefaultButton) {
+  const std::string settings = Path("settings.reg");
+  ProgramResult about = Run({"--settings", settings, "run", SmallPlan(), "-c", "vantoryShowAbout"});
+  EXPECT_EQ(about.exit_status, 0) << about.err;
+  EXPECT_EQ(about.out, "\nCommand: vantoryShowAbout\n" + kAboutTitle + "\n[OK/E-mailsupport] <OK>: " +
+                           "\nNo more input: pressed OK, the default button of \"" + kAboutTitle + "\".\n");
+  // Room identification's OK, once the layers are remembered, runs the analysis with them.
+  const char* layers = "vantorconvertdlg FloorArea\nRoomContours\n\nROOMTAG\nNAME\n\n\n\nOK";
+  ASSERT_EQ(Run({"--settings", settings, "run", SampleFloor(), "-c", layers}).exit_status, 0);
+  const std::string out = Path("analysed.dxf");
+  ProgramResult analysis = Run({"--settings", settings, "run", SampleFloor(), "-c", "vantorconvertdlg", "-o", out});
+  EXPECT_EQ(analysis.exit_status, 0) << analysis.err;
+  EXPECT_NE(analysis.out.find("<FloorArea>: \nNo more input: pressed OK, the default button of \"Room "
+                              "Identification\".\nCommand: _vantoryconvert\nEnter FloorArea layer: FloorArea"),
+            std::string::npos)
+      << analysis.out;
+  EXPECT_NE(ReadFile(out).find("\n1001\nVantoryApp\n1000\n1.2\n"), std::string::npos);  // room records
+}
+
 TEST_F(ProgramTest, AMenuPathThatNamesNoItemRunsNothing) {
   const std::string out = Path("out.dxf");
   const struct {

@@ -13,20 +13,19 @@ import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
 import fs from "node:fs";
 import path from "node:path";
-import { chromium } from "playwright-core";
+import { launchChromium, missingBrowser } from "./chromium.mjs";
 import { idle, pickMenu, press, question, rawGet, setField, startDevServer, startStudio } from "./studio_harness.mjs";
 
 const { FLOORXPORT, DEVSERVER, SAMPLE, CORPUS, WORK, SCREENSHOTS } = process.env;
-const CHROMIUM = "/usr/bin/chromium";
 const CORPUS_FLOOR = CORPUS ? path.join(CORPUS, "openindoor6/plan.dxf") : "";
-const missing = !fs.existsSync(CHROMIUM) ? "no /usr/bin/chromium" : !FLOORXPORT ? "FLOORXPORT is not set" : null;
+const missing = (await missingBrowser()) ?? (!FLOORXPORT ? "FLOORXPORT is not set" : null);
 
 let browser;
 before(async () => {
   if (missing) return;
   fs.rmSync(WORK, { recursive: true, force: true });
   fs.mkdirSync(WORK, { recursive: true });
-  browser = await chromium.launch({ executablePath: CHROMIUM, headless: true, args: ["--no-sandbox"] });
+  browser = await launchChromium();
 });
 after(async () => browser?.close());
 

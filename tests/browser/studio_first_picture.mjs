@@ -7,7 +7,7 @@
 //   node studio_first_picture.mjs FLOORXPORT DRAWING...
 //
 // Not a test: timings depend on the machine. Debian's chromium, headless.
-import { chromium } from "playwright-core";
+import { launchChromium } from "./chromium.mjs";
 import fs from "node:fs";
 import os from "node:os";
 import path from "node:path";
@@ -15,7 +15,7 @@ import { startStudio } from "./studio_harness.mjs";
 
 const [floorxport, ...drawings] = process.argv.slice(2);
 const settings = path.join(fs.mkdtempSync(path.join(os.tmpdir(), "studio-bench-")), "settings.reg");
-const browser = await chromium.launch({ executablePath: "/usr/bin/chromium", headless: true, args: ["--no-sandbox"] });
+const browser = await launchChromium();
 console.log("drawing                         MB   first picture ms   drag frame ms (median/max)   drag end ms   zoom repaint ms");
 for (const drawing of drawings) {
   const studio = await startStudio(floorxport, drawing, settings);

@@ -1,5 +1,7 @@
 #include "cleanup_fixture.h"
 
+#include <unistd.h>
+
 #include "host/dxf/dxf_values.h"
 
 namespace fx::cleanup_test {
@@ -7,7 +9,8 @@ namespace fx::cleanup_test {
 CleanupTest::CleanupTest() {
   const ::testing::TestInfo* info = ::testing::UnitTest::GetInstance()->current_test_info();
   dir_ = std::filesystem::path(::testing::TempDir()) /
-         ("fx_cleanup_" + std::string(info->test_suite_name()) + "_" + info->name());
+         ("fx_cleanup_" + std::string(info->test_suite_name()) + "_" + info->name() + "_" +
+          std::to_string(getpid()));
   std::filesystem::remove_all(dir_);
   std::filesystem::create_directories(dir_);
 }

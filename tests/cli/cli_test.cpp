@@ -259,6 +259,25 @@ TEST_F(CliTest, TheSampleFloorZoomsToItsExtents) {
               std::abs(view_after[2] - (box[3] - box[1])) < tolerance);
 }
 
+// A drawing cut off in its ENTITIES section fails the run and nothing is
+// written; --recover loads what was read, says so, and lets the run go on.
+TEST_F(CliTest, ATruncatedDrawingFailsUnlessRecovered) {
+  const std::string whole = ReadFile(kSmallPlan);
+  const size_t cut = whole.find("\nCIRCLE\n", whole.find("ENTITIES")) + 20;
+  const std::string drawing = Write("cut.dxf", whole.substr(0, whole.find('\n', cut) + 1));
+  const ProgramResult refused = Run({"run", drawing, "-c", "ZOOM E", "-o", Path("out.dxf")});
+  EXPECT_EQ(refused.exit_status, 1);
+  EXPECT_NE(refused.err.find("the file ends inside the ENTITIES section"), std::string::npos) << refused.err;
+  EXPECT_FALSE(fs::exists(Path("out.dxf")));
+
+  const ProgramResult recovered = Run({"run", drawing, "--recover", "-c", "ZOOM E", "-o", Path("out.dxf")});
+  EXPECT_EQ(recovered.exit_status, 0);
+  EXPECT_NE(recovered.err.find("recovered: dropped the last record read, CIRCLE"), std::string::npos)
+      << recovered.err;
+  EXPECT_TRUE(fs::exists(Path("out.dxf"))) << recovered.err << recovered.out;
+  EXPECT_EQ(Run({"info", Path("out.dxf")}).exit_status, 0);
+}
+
 // A real drawing: load, zoom, save a copy that reads back the same way,
 // the source untouched.
 TEST_F(CliTest, ARealDrawingRoundTrips) {

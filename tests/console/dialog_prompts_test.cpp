@@ -31,11 +31,20 @@ class RoomOptions : public DialogModel {
   std::vector<std::string> buttons() const override { return {"OK", "Cancel", "&Apply now"}; }
   DialogAction Press(size_t index) override {
     pressed.push_back(index);
-    return index == 2 ? DialogAction::kStay : DialogAction::kClose;
+    return index == staying ? DialogAction::kStay : DialogAction::kClose;
   }
 
   std::string name = "Room", count = "3", mode = "Texts", unlock = "No", layers = "A";
   std::vector<size_t> pressed;
+  size_t staying = 2;  // the button that keeps the dialog open
+};
+
+// A log-in: the room options with a password.
+class LogIn : public RoomOptions {
+ public:
+  std::vector<DialogField> fields() const override {
+    return {{"User", DialogField::kText, "ann", {}}, {"Password", DialogField::kPassword, "", {}}};
+  }
 };
 
 class DialogPromptsTest : public ConsoleTest {
@@ -93,12 +102,26 @@ TEST_F(DialogPromptsTest, WrongAnswersAreExplainedAndAskedAgain) {
             "\n[OK/Cancel/Applynow] <OK>: cancel");
 }
 
-TEST_F(DialogPromptsTest, RunningOutCancelsWithoutPressing) {
-  EXPECT_EQ(Show("Hall\n4"), -1);
-  EXPECT_EQ(model_.name, "Hall");
+// A batch run never waits in a dialog: the default button takes the values
+// given so far. It cancels instead where a user is asked (the end of the
+// terminal's input), where a password is asked, and where the model keeps
+// the dialog open on that button.
+TEST_F(DialogPromptsTest, RunningOutInABatchRunPressesTheDefaultButton) {
+  EXPECT_EQ(Show("Hall\n4"), 0);
   EXPECT_EQ(model_.count, "4");
-  EXPECT_TRUE(model_.pressed.empty());
-  EXPECT_TRUE(terminal_.out.ends_with("\nMode [Blocks/Texts/Markers] <Texts>: *Cancel*"));
+  EXPECT_EQ(model_.pressed, std::vector<size_t>{0});
+  EXPECT_TRUE(terminal_.out.ends_with("\nMode [Blocks/Texts/Markers] <Texts>: "
+                                      "\nNo more input: pressed OK, the default button of \"Room options\"."));
+  model_.staying = 0;
+  EXPECT_EQ(ShowDialog(model_), -1);
+  EXPECT_TRUE(terminal_.out.ends_with("the default button of \"Room options\".\n*Cancel*")) << terminal_.out;
+  LogIn log_in;
+  EXPECT_EQ(ShowDialog(log_in), -1);
+  EXPECT_TRUE(terminal_.out.ends_with("\nUser <ann>: *Cancel*")) << terminal_.out;
+  console().SetInteractive(true);
+  EXPECT_EQ(Show("Hall"), -1);
+  EXPECT_TRUE(terminal_.out.ends_with("\nCount <4>: *Cancel*")) << terminal_.out;
+  EXPECT_EQ(model_.pressed.size() + log_in.pressed.size(), 2u);  // no press but the two defaults
 }
 
 TEST_F(DialogPromptsTest, AnEmptyListShowsNoValue) {

@@ -77,6 +77,14 @@ TEST_F(HostCommandsTest, ZoomExtentsFitsModelSpace) {
   EXPECT_TRUE(runner().problems().empty());
 }
 
+// The view looks at its target (100, 50) turned by 90 degrees: the box of
+// x 90 to 120, y 30 to 50 is 20 wide and 30 high in it, centred on (10, 5).
+TEST_F(HostCommandsTest, ZoomExtentsFitsTheBoxTheViewSees) {
+  Open(std::string(FX_TEST_DATA_DIR) + "/export/twisted_view.dxf");
+  Run("ZOOM E");
+  ExpectView(ActiveView(), 10, 5, 30, 60);
+}
+
 TEST_F(HostCommandsTest, ZoomObjectTypedByHandle) {
   Open(kSmallPlan);
   EXPECT_EQ(Run("ZOOM o 999 102 "),

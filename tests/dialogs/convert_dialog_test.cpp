@@ -93,16 +93,7 @@ TEST_F(ConvertDialogTest, AStoredTypeOfSevenOpensInTextMode) {
 }
 
 TEST_F(ConvertDialogTest, ADoubleQuoteInALayerNameIsPassedAsItIs) {
-  {
-    AcDbLayerTable* layers = nullptr;
-    ASSERT_EQ(db()->getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
-    auto* layer = new AcDbLayerTableRecord();
-    ASSERT_EQ(layer->setName("Floor \"A\""), Acad::eOk);
-    AcDbObjectId id;
-    ASSERT_EQ(layers->add(id, layer), Acad::eOk);
-    layer->close();
-    layers->close();
-  }
+  AddLayer("Floor \"A\"");
   CPvConvertDialog dialog(db());
   Set(dialog, "Floor &Area Layer", "Floor \"A\"");
   Set(dialog, "Room Contours &Layer", "RoomContours");
@@ -146,13 +137,31 @@ TEST_F(ConvertDialogProgramTest, TextLayersOnTheSampleFloor) {
                    "\"RoomDescriptions\"");
 }
 
-TEST_F(ConvertDialogProgramTest, TextLayersOnACorpusFloor) {
-  const std::string drawing = std::string(FX_CORPUS_DIR) + "/pms-app/building001-0_floor3.dxf";
-  if (!std::filesystem::exists(drawing)) GTEST_SKIP() << drawing << " is not here";
-  ExpectSameAsLine(drawing,
-                   "AREA-GROSS\nAREA-ASSIGN\nTextEntities\nA-IDEN-RNUM\nRooms-Information\nAREA-TEXT\nOK\n",
-                   "_vantoryconvert \"AREA-GROSS\" \"AREA-ASSIGN\" T \"A-IDEN-RNUM\" \"Rooms-Information\" "
-                   "\"AREA-TEXT\"");
+TEST_F(ConvertDialogProgramTest, CorpusFloorsInBothModes) {
+  struct Case {
+    const char* file;
+    const char* answers;
+    const char* line;
+  };
+  const Case cases[] = {
+      {"pms-app/building001-0_floor3.dxf",
+       "AREA-GROSS\nAREA-ASSIGN\nTextEntities\nA-IDEN-RNUM\nRooms-Information\nAREA-TEXT\nOK\n",
+       "_vantoryconvert \"AREA-GROSS\" \"AREA-ASSIGN\" T \"A-IDEN-RNUM\" \"Rooms-Information\" \"AREA-TEXT\""},
+      {"openindoor6/plan.dxf",
+       "ABY_Contour_Facade\nABY_Zone_ZIND\nTextEntities\nTexte_Pi\xc3\xa8" "ces\n(None)\n(None)\nOK\n",
+       "_vantoryconvert \"ABY_Contour_Facade\" \"ABY_Zone_ZIND\" T \"Texte_Pi\xc3\xa8" "ces\" \"\" \"\""},
+      {"wentcad/WATT_0a_PARTER.dxf",
+       "OBRYS_ZEWN\nROOM\nBlockInserts\n2da_pok06c_zs1fkav\nNR\nNAME\nFLOOR_MAT\nNo\nOK\n",
+       "_vantoryconvert \"OBRYS_ZEWN\" \"ROOM\" B \"2da_pok06c_zs1fkav\" \"NR\" \"NAME\" \"FLOOR_MAT\" No"},
+      {"constructiq/house_plan.dxf", "WALL\n3X4F\nBlockInserts\nWC3\nFIXT_CODE\nFU_COLD\n(None)\nYes\nOK\n",
+       "_vantoryconvert \"WALL\" \"3X4F\" B \"WC3\" \"FIXT_CODE\" \"FU_COLD\" \"\" Yes"},
+  };
+  for (const Case& c : cases) {
+    const std::string drawing = std::string(FX_CORPUS_DIR) + "/" + c.file;
+    if (!std::filesystem::exists(drawing)) continue;
+    SCOPED_TRACE(c.file);
+    ExpectSameAsLine(drawing, c.answers, c.line);
+  }
 }
 
 }  // namespace

@@ -41,6 +41,17 @@ DialogsTest::~DialogsTest() {
   std::filesystem::remove_all(dir_);
 }
 
+void DialogsTest::AddLayer(const char* name) {
+  AcDbLayerTable* layers = nullptr;
+  ASSERT_EQ(db()->getLayerTable(layers, AcDb::kForWrite), Acad::eOk);
+  auto* layer = new AcDbLayerTableRecord();
+  ASSERT_EQ(layer->setName(name), Acad::eOk);
+  AcDbObjectId id;
+  ASSERT_EQ(layers->add(id, layer), Acad::eOk);
+  layer->close();
+  layers->close();
+}
+
 std::string DialogsTest::NewOutput() {
   std::string text = terminal_.out.substr(seen_);
   seen_ = terminal_.out.size();

@@ -26,6 +26,8 @@ class DialogsTest : public fx::console::ConsoleTest {
   ~DialogsTest() override;
 
   AcDbDatabase* db() const { return session_->document()->database(); }
+  // Adds a layer named `name` to the open drawing.
+  void AddLayer(const char* name);
   // What the terminal got since the last call.
   std::string NewOutput();
   // Sets the field labelled `label` (as fields() has it); fails the test

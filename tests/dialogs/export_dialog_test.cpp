@@ -24,7 +24,7 @@ int32_t Stored(const char* name) { return fs::GetSettingInt(name, kAbsent, fs::k
 
 TEST_F(ExportDialogTest, OkWithoutAChangeWritesNothing) {
   CPvExportDialog dialog(db());
-  EXPECT_EQ(Value(dialog, "Send &Drawing Version"), "Current (DWG 2018)");
+  EXPECT_EQ(Value(dialog, "Send &Drawing Version"), "Current (AutoCAD 2018)");
   EXPECT_EQ(Value(dialog, "SVG Drawing Box"), "By drawing extents");
   EXPECT_EQ(Value(dialog, "Automatically delete duplicate identifiers"), "Yes");
   EXPECT_EQ(dialog.Press(CPvExportDialog::kOk), fx::DialogAction::kClose);
@@ -37,7 +37,7 @@ TEST_F(ExportDialogTest, OkWithoutAChangeWritesNothing) {
 TEST_F(ExportDialogTest, CancelKeepsTheDuplicateBoxAndTheVersion) {
   CPvExportDialog dialog(db());
   Set(dialog, "Automatically delete duplicate identifiers", "No");
-  Set(dialog, "Send &Drawing Version", "dwg 2013");
+  Set(dialog, "Send &Drawing Version", "autocad 2013");
   Set(dialog, "Approximate Ar&cs", "Yes");
   EXPECT_EQ(dialog.Press(CPvExportDialog::kCancel), fx::DialogAction::kClose);
   EXPECT_EQ(Stored(fs::kAutomaticallyResolveDuplicateNames), 0);
@@ -47,7 +47,9 @@ TEST_F(ExportDialogTest, CancelKeepsTheDuplicateBoxAndTheVersion) {
   fs::SetAutoResolveDuplicateNamesFlag(true);
 }
 
+// The editor's own system layers are not offered.
 TEST_F(ExportDialogTest, TheExportedLayersAreKeptForTheDrawingUntilSetByDrawing) {
+  AddLayer("*ADSK_CONSTRAINTS");
   const std::vector<std::string> every = fx::dialogs::ExportedLayers(db());
   CPvExportDialog dialog(db());
   Set(dialog, "Exported Layers", "FloorArea,RoomContours");
@@ -59,12 +61,18 @@ TEST_F(ExportDialogTest, TheExportedLayersAreKeptForTheDrawingUntilSetByDrawing)
   EXPECT_EQ(every.size(), 13u);
 }
 
-// The settings a run stores are those `floorxport settings` then lists.
+// The settings a run stores are those `floorxport settings` then lists; the
+// export that follows in the same run draws only the layers chosen.
 TEST_F(ExportDialogTest, TheCommandAnsweredByAScript) {
   std::ofstream(Path("answers.scr"), std::ios::binary)
-      << "vantoryexpdlg\n\nYes\n\n\n\nYes\nBypolylineboundary\nRoomContours\n\nDWG 2010\nOK\n";
+      << "vantoryexpdlg\n\nYes\n\n\n\nYes\nBypolylineboundary\nRoomContours\nFloorArea,RoomContours\n"
+         "AutoCAD 2010\nOK\nvantoryexport\n"
+      << Path("chosen.svg") << "\nsvg\n";
   fx::cli_test::ProgramResult run = RunProgram({"run", SampleFloor(), "-s", Path("answers.scr")});
   EXPECT_EQ(run.exit_status, 0) << run.err << run.out;
+  const std::string chosen = ReadBytes(Path("chosen.svg"));
+  EXPECT_NE(chosen.find("<path"), std::string::npos);
+  EXPECT_EQ(chosen.find("<text"), std::string::npos) << "texts of the room name layers were drawn";
   fx::cli_test::ProgramResult shown = RunProgram({"settings"});
   EXPECT_EQ(shown.exit_status, 0) << shown.err;
   for (const char* row : {"Export in Old Format                   boolean  1 ",

@@ -9,6 +9,7 @@
 #include "export/export_commands.h"
 #include "export/export_file_dialog.h"
 #include "export_fixture.h"
+#include "host/editor.h"
 #include "settings/known_settings.h"
 #include "settings/settings.h"
 #include "settings/settings_key.h"
@@ -90,8 +91,11 @@ TEST_F(ExportCommandsTest, TheDialogPromptsThenSendsTheExportCommand) {
   EXPECT_EQ(transcript, "\nCommand: _vantoryExportToFile\nExport to File\nFile name <" + initial + ">: " +
                             Path("plan") + "\n" + kTypes + " <1>: 2\n[Save/Cancel] <Save>: Save" +
                             "\nCommand: _vantoryexport\nEnter Export File Path: " + Path("plan.planvault") +
-                            "\nEnter Export File Format: planvault\nCommand: _ZOOM\nZoom [Extents/Object]: E"
-                            "\nPlanVault: Exported " + Path("plan.planvault") + "\n");
+                            "\nEnter Export File Format: planvault\nPlanVault: Exported " + Path("plan.planvault") + "\n");
+  // The export's zoom to extents ran with CMDECHO 0 (no prompt of it shows), then set it back.
+  resbuf echo{};
+  ASSERT_EQ(acedGetVar("CMDECHO", &echo), RTNORM);
+  EXPECT_EQ(echo.resval.rint, 1);
   EXPECT_EQ(s::GetSettingString(s::kExportFileFormat, s::kSectionExportOptions), "PlanVault v2");
   EXPECT_EQ(fx::exports::ExportCommandLineFor("/a b/plan.svg", "svg"), "_vantoryexport /a b/plan.svg\nsvg\n");
 }

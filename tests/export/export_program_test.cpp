@@ -87,6 +87,9 @@ TEST_F(ExportProgramTest, TheAnalysedSampleExportsInEveryFormat) {
   const ProgramResult result = ExportAll(analysed, dir_ + "/sample");
   EXPECT_EQ(result.exit_status, 0) << result.err;
   EXPECT_EQ(result.err, "");
+  // The zoom that frames each export runs with CMDECHO 0: no prompt of it shows.
+  EXPECT_EQ(result.out.find("Zoom"), std::string::npos) << result.out;
+  EXPECT_EQ(result.out.find("_ZOOM"), std::string::npos) << result.out;
   const size_t summary = result.out.find("\n\nExports:\n");
   ASSERT_NE(summary, std::string::npos) << result.out;
   std::istringstream lines(result.out.substr(summary + 11));

@@ -390,6 +390,19 @@ TEST_F(FloorWritersTest, ADrawingWithoutTablesExportsByItsExtents) {
       << document.substr(0, 800);
 }
 
+// The view's centre (10, 5) is in a display system turned by 90 degrees
+// about the target (100, 50): its 40 by 20 corners land 20 wide and 40
+// high, from (95, 20) to (115, 60) in the world.
+TEST_F(FloorWritersTest, TheActiveViewIsConvertedFromDisplayToWorldCoordinates) {
+  s::SetSettingInt(s::kDrawingPosition, 1, s::kSectionExportOptions);
+  Open(std::string(FX_EXPORT_TEST_DATA) + "/twisted_view.dxf",
+       Answers({"No Floor Area Polyline Found.\\nDo you want to continue?=Yes"}));
+  std::unique_ptr<pugi::xml_document> svg = Parse(ExportText("svg"));
+  EXPECT_STREQ(svg->child("svg").attribute("viewBox").value(), "0 0 20 40");
+  // The rectangle from (90, 30) to (120, 50), from the frame's top left.
+  EXPECT_STREQ(svg->child("svg").child("g").first_child().attribute("points").value(), "-5,30 25,30 25,10 -5,10");
+}
+
 TEST_F(FloorWritersTest, DrawBoxDrawsTheFrameOutlineLast) {
   s::SetSettingInt(s::kDrawBox, 1, s::kSectionExportOptions);
   Open();

@@ -134,5 +134,38 @@ TEST(TolerableInput, LoadsWithAWarningAtMostAndWritesBackIdentical) {
   }
 }
 
+// Every cut of a drawing with tables, blocks, attributes and polylines: refused
+// (unless it falls after a complete ENTITIES section), and recovered into a file that
+// reads back without a warning.
+TEST(TruncatedInput, EveryCutIsRefusedOrRecoveredIntoAWholeFile) {
+  const std::string whole = ReadFileBytes(TestDataPath("../rooms/locked.dxf"));
+  const size_t entities_end = whole.find("ENDSEC", whole.find("ENTITIES"));
+  ASSERT_NE(entities_end, std::string::npos);
+  size_t cuts = 0;
+  for (size_t end = whole.find('\n', 100); end != std::string::npos; end = whole.find('\n', end + 1)) {
+    const std::string cut = whole.substr(0, end + 1);
+    LoadError error;
+    CollectingSink quiet;
+    if (!Document::Parse(cut, "cut.dxf", &error, &quiet)) {
+      EXPECT_TRUE(error.message.find("truncated") != std::string::npos ||
+                  error.message.find("unexpected end of file") != std::string::npos)
+          << error.message;
+    } else {
+      EXPECT_GT(end, entities_end) << "a cut at byte " << end << " loaded";
+    }
+    CollectingSink sink;
+    const std::unique_ptr<Document> recovered =
+        Document::Parse(cut, "cut.dxf", &error, &sink, DamagedFile::kRecover);
+    ASSERT_TRUE(recovered) << error.message;
+    std::string written;
+    ASSERT_TRUE(WriteTo(*recovered, &written).ok());
+    CollectingSink again;
+    ASSERT_TRUE(Document::Parse(written, "recovered.dxf", &error, &again)) << error.message;
+    EXPECT_TRUE(again.reports.empty()) << "cut at byte " << end << ": " << again.reports.front().second;
+    ++cuts;
+  }
+  EXPECT_GT(cuts, 1900u);
+}
+
 }  // namespace
 }  // namespace fx::dxf

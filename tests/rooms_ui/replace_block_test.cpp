@@ -1,16 +1,18 @@
-// Block replacement: the expression substitution, the dialog's rules, and
-// the replacement on a drawing made for it (rooms_base.dxf and references
-// added by the test).
+// Block replacement: the expression substitution, the dialog's rules, the
+// replacement on a drawing made for it (rooms_base.dxf and references added
+// by the test), and the command on real drawings checked by ezdxf.
 #include "rooms/replace_block.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <numbers>
 #include <string>
 #include <vector>
 
 #include "host/database.h"
+#include "program_runner.h"
 #include "rooms/replace_block_dlg.h"
 #include "rooms/room_list_fields.h"
 #include "rooms_ui_fixture.h"
@@ -274,6 +276,58 @@ TEST_F(ReplaceBlockTest, TheCommandShowsTheDialogAsPrompts) {
   ASSERT_EQ(references.size(), 1u);
   EXPECT_EQ(references[0].block, "NEWTAG");
   EXPECT_EQ(references[0].attributes[0].text, "1.01 (Office)");
+}
+
+// The command through the host on drawings whose references lie outside
+// the world plane, are mirrored, rotated or scaled, and whose blocks have
+// invisible attributes; saved and read back by ezdxf_replaced.py. A real
+// drawing that is absent is skipped.
+TEST_F(ReplaceBlockTest, OnRealDrawingsTheNewAttributesSitWhereTheEditorPutsThem) {
+  const struct {
+    std::string drawing, script;
+    std::vector<std::string> block_pairs;
+    std::string report;
+  } cases[] = {
+      // Normals (0, 0, -1) and (0, 0.6, 0.8), a scaled and a mirrored reference.
+      {std::string(FX_ROOMS_UI_DATA) + "/replace_planes.dxf",
+       "OLDMARK\nNEWMARK\nNUMBER\n\nNo. %NAME%\n\nYes\napply\n\n\nTYPE\n\n%NAME%-t\n\n\napply\n"
+       "\n\n\n\n\n\n\nreplace",
+       {"OLDMARK", "NEWMARK"},
+       "OLDMARK -> NEWMARK references 4 attributes 12 invisible 8 field lengths 80\n"
+       "texts No. A1|A1-t||No. A2|A2-t||No. A3|A3-t||No. A4|A4-t|\n"},
+      // Rotated fixtures with invisible attributes; doors with normals (0, 1, 0)
+      // and (1, 0, 0), two mirrored, and no attributes (so no source prompt).
+      {std::string(FX_CORPUS_DIR) + "/constructiq/house_plan.dxf",
+       "WC3\nZA_CIR\nCIRID\n\n%FIXT_CODE%/%FU_TOTAL%\n\nNo\napply\n\n\n\n\n\n\n\nreplace\n"
+       "_vantoryReplaceBlock\nABWD_SD8_1711\nWC3\n\n\n\nYes\nreplace",
+       {"WC3", "ZA_CIR", "ABWD_SD8_1711", "WC3"},
+       "WC3 -> ZA_CIR references 2 attributes 4 invisible 2 field lengths 0\ntexts 4/3.0||4/3.0|\n"
+       "ABWD_SD8_1711 -> WC3 references 4 attributes 20 invisible 20 field lengths 0\n"
+       "texts |||||||||||||||||||\n"},
+      // A room stamp at scale 10 replaced by itself: 19 attributes, 12 invisible.
+      {std::string(FX_CORPUS_DIR) + "/wentcad/WATT_0a_PARTER.dxf",
+       "2da_pok06c_zs1fkav\n2da_pok06c_zs1fkav\nAREA\n\n%AREA% %UNIT_AREA%\n\nYes\napply\n\n\n"
+       "NAME\n\n%NR% %NAME%\n\n\napply\n\n\n\n\n\n\n\nreplace",
+       {"2da_pok06c_zs1fkav", "2da_pok06c_zs1fkav"},
+       "2da_pok06c_zs1fkav -> 2da_pok06c_zs1fkav references 1 attributes 19 invisible 12 "
+       "field lengths 0\ntexts |||||15.00 m²||1 Pomieszczenie|||||||||||\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.drawing);
+    if (!std::filesystem::exists(c.drawing)) continue;
+    session_.reset();  // the fixture's drawing first, so the next session loads the plug-in anew
+    Open(c.drawing);
+    const std::string out = RunScript("_vantoryReplaceBlock\n" + c.script);
+    ASSERT_FALSE(runner().failed()) << out;
+    std::string error;
+    ASSERT_TRUE(session_->Save(dir_ + "/replaced.dxf", &error)) << error;
+    std::vector<std::string> args = {FX_EZDXF_REPLACED, c.drawing, dir_ + "/replaced.dxf"};
+    args.insert(args.end(), c.block_pairs.begin(), c.block_pairs.end());
+    const fx::cli_test::ProgramResult check =
+        fx::cli_test::RunProgram(FX_SYSTEM_PYTHON, args, dir_);
+    EXPECT_EQ(check.err, "");
+    EXPECT_EQ(check.out, "audit errors 0\n" + c.report);
+  }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 // which must accept it without a word on standard error; and the
 // references inside each document resolve.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -36,12 +37,13 @@ std::vector<fs::path> Drawings() {
 // Runs `command` with its standard error into a file; the exit status and
 // what it wrote there.
 int RunTool(const std::string& command, std::string& err) {
-  const fs::path file = fs::path(::testing::TempDir()) / "svg_corpus_stderr.txt";
+  const fs::path file = fs::path(::testing::TempDir()) / ("svg_corpus_stderr_" + std::to_string(getpid()) + ".txt");
   const int status = std::system((command + " 2> '" + file.string() + "'").c_str());
   std::ifstream in(file);
   std::stringstream text;
   text << in.rdbuf();
   err = text.str();
+  fs::remove(file);
   return status;
 }
 
@@ -63,7 +65,7 @@ class SvgCorpusTest : public fx::console::ConsoleTest {};
 
 TEST_F(SvgCorpusTest, EveryDrawingRendersToValidSvg) {
   if (!fs::is_directory(FX_CORPUS_DIR)) GTEST_SKIP() << "no corpus at " << FX_CORPUS_DIR;
-  const fs::path out = fs::path(::testing::TempDir()) / "svg_corpus";
+  const fs::path out = fs::path(::testing::TempDir()) / ("svg_corpus_" + std::to_string(getpid()));
   fs::remove_all(out);
   fs::create_directories(out);
   for (const fs::path& path : Drawings()) {
@@ -96,6 +98,7 @@ TEST_F(SvgCorpusTest, EveryDrawingRendersToValidSvg) {
       fs::remove(png);
     }
   }
+  fs::remove_all(out);
 }
 
 // The compressed form of a real drawing is read back by librsvg too.

@@ -3,13 +3,12 @@
 #include <cstdio>
 #include <filesystem>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "analysis_options.h"
 #include "cli_args.h"
 #include "host/dxf/dwg_input.h"
-#include "host/editor.h"
-#include "rooms/doc_data.h"
+#include "review_report.h"
 #include "run_subcommand.h"
 #include "subcommands.h"
 
@@ -45,120 +44,43 @@ Options:
       --description-layer LAYER  layer of the room descriptions
   -o, --output OUT.dxf           save the analysed drawing to OUT.dxf
       --save                     save over DRAWING (never changed otherwise)
+      --report DIR               write the review atlas into DIR, as
+                                 floorxport review does
+      --fail-on KINDS            exit with status 3 when problems of these
+                                 kinds were found (see floorxport review)
       --yes, --no                answer Yes/No questions with Yes (or No);
                                  a drawing without a floor outline asks
                                  whether to go on, and No is the default
       --answer "QUESTION=ANSWER" answer one question, as floorxport run does
+      --recover                  load a truncated DRAWING with what was read
+                                 before the cut, as floorxport run does
   -h, --help                     show this help
 
 Exit status: 0 the analysis ran to its end (the problems it found are no
 failure); 1 the drawing did not load, the analysis ended early (its message
-is in the transcript) or the save failed, and nothing was saved; 2 wrong
-usage.
+is in the transcript), the atlas or the save failed, and nothing was saved;
+2 wrong usage; 3 the work succeeded (the drawing was saved when asked) and
+problems of a --fail-on kind were found.
 )";
 
 namespace {
 
-constexpr OptionDefinition kAnalyzeOptions[] = {
-    {nullptr, "--floor-layer", true},    {nullptr, "--contour-layer", true},
-    {nullptr, "--block", true},          {nullptr, "--name-tag", true},
-    {nullptr, "--category-tag", true},   {nullptr, "--description-tag", true},
-    {nullptr, "--remove-inserts", false}, {nullptr, "--name-layer", true},
-    {nullptr, "--type-layer", true},     {nullptr, "--description-layer", true},
-    {"-o", "--output", true},            {nullptr, "--save", false},
-    {nullptr, "--yes", false},           {nullptr, "--no", false},
-    {nullptr, "--answer", true},         {"-h", "--help", false},
-};
-
-struct AnalyzeArgs {
-  std::string floor_layer, contour_layer;
-  std::string block, name_tag, category_tag, description_tag;
-  bool remove_inserts = false;
-  std::string name_layer, type_layer, description_layer;
-};
-
-// An answer in double quotes, a quote inside it doubled: the console reads
-// it back with its blanks.
-std::string Quoted(std::string_view answer) {
-  std::string quoted = "\"";
-  for (char c : answer) quoted += c == '"' ? std::string("\"\"") : std::string(1, c);
-  return quoted + "\"";
+// The analysis's options and those of analyze alone.
+std::vector<OptionDefinition> AnalyzeOptions() {
+  std::vector<OptionDefinition> options = kAnalysisOptions;
+  options.push_back({"-o", "--output", true});
+  options.push_back({nullptr, "--save", false});
+  options.push_back({nullptr, "--report", true});
+  options.push_back({nullptr, "--fail-on", true});
+  return options;
 }
 
-// The command line as the room identification dialog sends it.
-std::string ConvertLine(const AnalyzeArgs& args) {
-  std::string line = "_vantoryconvert " + Quoted(args.floor_layer) + " " + Quoted(args.contour_layer);
-  if (!args.block.empty()) {
-    return line + " B " + Quoted(args.block) + " " + Quoted(args.name_tag) + " " +
-           Quoted(args.category_tag) + " " + Quoted(args.description_tag) +
-           (args.remove_inserts ? " Yes" : " No");
-  }
-  return line + " T " + Quoted(args.name_layer) + " " + Quoted(args.type_layer) + " " +
-         Quoted(args.description_layer);
-}
-
-// The value of each option given, the last one when repeated.
-void ReadValues(const ParsedArgs& parsed, AnalyzeArgs& args) {
-  const std::pair<const char*, std::string*> values[] = {
-      {"--floor-layer", &args.floor_layer},       {"--contour-layer", &args.contour_layer},
-      {"--block", &args.block},                   {"--name-tag", &args.name_tag},
-      {"--category-tag", &args.category_tag},     {"--description-tag", &args.description_tag},
-      {"--name-layer", &args.name_layer},         {"--type-layer", &args.type_layer},
-      {"--description-layer", &args.description_layer},
-  };
-  for (const ParsedOption& option : parsed.options) {
-    for (const auto& [name, value] : values) {
-      if (Is(option, name)) *value = option.value;
-    }
-    if (Is(option, "--remove-inserts")) args.remove_inserts = true;
-  }
-}
-
-// The mode's options are complete and not mixed; false with *error.
-bool CheckMode(const AnalyzeArgs& args, std::string* error) {
-  const bool block = !args.block.empty() || !args.name_tag.empty() || !args.category_tag.empty() ||
-                     !args.description_tag.empty() || args.remove_inserts;
-  const bool text = !args.name_layer.empty() || !args.type_layer.empty() || !args.description_layer.empty();
-  if (args.floor_layer.empty() || args.contour_layer.empty()) {
-    *error = "analyze needs --floor-layer and --contour-layer";
-  } else if (block == text) {
-    *error = block ? "give either the block options or the text layer options, not both"
-                   : "give --block with its tags, or the three text layers";
-  } else if (block && (args.block.empty() || args.name_tag.empty() || args.category_tag.empty() ||
-                       args.description_tag.empty())) {
-    *error = "--block needs --name-tag, --category-tag and --description-tag";
-  } else if (text && (args.name_layer.empty() || args.type_layer.empty() || args.description_layer.empty())) {
-    *error = "text mode needs --name-layer, --type-layer and --description-layer";
-  } else {
-    return true;
-  }
-  return false;
-}
-
-// The run options: the one command line, the saving and answer options.
-bool ReadRunOptions(const ParsedArgs& parsed, const AnalyzeArgs& args, RunOptions& options,
-                    std::string* error) {
-  if (parsed.positional.size() != 1) {
-    *error = parsed.positional.empty() ? "analyze needs a DRAWING" : "analyze takes one DRAWING";
-    return false;
-  }
-  options.drawing = parsed.positional.front();
-  options.script.push_back({ScriptItem::kLine, ConvertLine(args)});
-  bool yes = false;
-  bool no = false;
+// Saving: -o or --save, never both, never DXF over a DWG or over the input
+// by -o. False with *error.
+bool ReadSaving(const ParsedArgs& parsed, RunOptions& options, std::string* error) {
   for (const ParsedOption& option : parsed.options) {
     if (Is(option, "--output")) options.output = option.value;
     if (Is(option, "--save")) options.save_in_place = true;
-    if (Is(option, "--yes")) yes = true;
-    if (Is(option, "--no")) no = true;
-    if (Is(option, "--answer") && !options.answers.AddAnswer(option.value, error)) return false;
-  }
-  if (yes && no) {
-    *error = "give either --yes or --no";
-    return false;
-  }
-  if (yes || no) {
-    options.answers.SetYesNoDefault(yes ? fx::console::MessageButton::kYes : fx::console::MessageButton::kNo);
   }
   std::error_code same_error;
   if (options.output && options.save_in_place) {
@@ -173,53 +95,28 @@ bool ReadRunOptions(const ParsedArgs& parsed, const AnalyzeArgs& args, RunOption
   return false;
 }
 
-// After the command: its result from the document's data, printed on the
-// transcript. False when the analysis did not run to its end.
-bool PrintSummary(std::string* problem) {
-  const fx::rooms::CDocData& data = fx::rooms::DocVars().docData();
-  if (!data.analysed()) {
-    *problem = "the room analysis ended early (see its message above)";
-    return false;
-  }
-  using fx::rooms::ProblemKind;
-  const size_t empty = data.problemCount(ProblemKind::kEmptyContour);
-  const AcDbObjectId floor = data.floorOutline();
-  acutPrintf("\n\nRoom analysis:");
-  acutPrintf("\n  Floor outline:                   %s",
-             floor.isNull() ? "none" : ("handle " + floor.handle().ascii()).c_str());
-  acutPrintf("\n  Room contours:                   %zu", data.identifiedRoomCount() + empty);
-  acutPrintf("\n  Room identifiers:                %zu", data.roomIds().size());
-  acutPrintf("\n  Rooms identified:                %zu", data.identifiedRoomCount());
-  acutPrintf("\n  Area not found:                  %zu", data.problemCount(ProblemKind::kAreaNotFound));
-  acutPrintf("\n  Duplicate numbers:               %zu", data.problemCount(ProblemKind::kDuplicateNumber));
-  acutPrintf("\n  Intersected contours:            %zu", data.problemCount(ProblemKind::kIntersectedContour));
-  acutPrintf("\n  Contours without identifiers:    %zu", empty);
-  acutPrintf("\n  Rooms with multiple identifiers: %zu", data.problemCount(ProblemKind::kMultipleIds));
-  acutPrintf("\n");
-  return true;
-}
-
 }  // namespace
 
 int AnalyzeSubcommand(std::span<const std::string> args) {
+  const std::vector<OptionDefinition> definitions = AnalyzeOptions();
   ParsedArgs parsed;
   std::string error;
-  const bool parsed_ok = ParseArgs(args, kAnalyzeOptions, parsed, &error);
+  const bool parsed_ok = ParseArgs(args, definitions, parsed, &error);
   for (const ParsedOption& option : parsed.options) {
     if (Is(option, "--help")) {
       std::fputs(kAnalyzeUsage, stdout);
       return kExitOk;
     }
   }
-  AnalyzeArgs analyze;
+  AnalysisArgs analysis;
   RunOptions options;
-  if (parsed_ok) ReadValues(parsed, analyze);
-  if (!parsed_ok || !CheckMode(analyze, &error) || !ReadRunOptions(parsed, analyze, options, &error)) {
+  ReportOptions report;
+  if (!parsed_ok || !ReadAnalysis(parsed, "analyze", &analysis, &options, &error) ||
+      !ReadSaving(parsed, options, &error) || !ReadReportOptions(parsed, "--report", &report, &error)) {
     std::fprintf(stderr, "floorxport: %s\nRun \"floorxport analyze --help\" for usage.\n", error.c_str());
     return kExitUsage;
   }
-  options.after_script = PrintSummary;
-  return RunDrawing(options);
+  return RunAnalysisWithReport(options, report);
 }
 
 }  // namespace fx::cli

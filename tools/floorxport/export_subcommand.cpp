@@ -41,6 +41,8 @@ Options:
       --yes, --no            answer Yes/No questions with Yes (or No)
       --answer "QUESTION=ANSWER"
                              answer one question, as floorxport run does
+      --recover              load a truncated DRAWING with what was read
+                             before the cut, as floorxport run does
   -h, --help                 show this help
 
 Exit status: 0 every file was written; 1 the drawing did not load, or an
@@ -52,7 +54,7 @@ namespace {
 
 constexpr OptionDefinition kExportOptions[] = {
     {nullptr, "--format", true}, {nullptr, "--yes", false},  {nullptr, "--no", false},
-    {nullptr, "--answer", true}, {"-h", "--help", false},
+    {nullptr, "--answer", true}, {nullptr, "--recover", false}, {"-h", "--help", false},
 };
 
 // The longest path the command reads (its buffer holds 260 characters).
@@ -100,21 +102,10 @@ bool ReadExportOptions(const ParsedArgs& parsed, RunOptions& options, std::vecto
   }
   options.drawing = parsed.positional.front();
   std::optional<std::string> forced;
-  bool yes = false;
-  bool no = false;
   for (const ParsedOption& option : parsed.options) {
     if (Is(option, "--format")) forced = option.value;
-    if (Is(option, "--yes")) yes = true;
-    if (Is(option, "--no")) no = true;
-    if (Is(option, "--answer") && !options.answers.AddAnswer(option.value, error)) return false;
   }
-  if (yes && no) {
-    *error = "give either --yes or --no";
-    return false;
-  }
-  if (yes || no) {
-    options.answers.SetYesNoDefault(yes ? fx::console::MessageButton::kYes : fx::console::MessageButton::kNo);
-  }
+  if (!ReadAnswerOptions(parsed, options, error)) return false;
   for (size_t i = 1; i < parsed.positional.size(); ++i) {
     Output output;
     if (!FormatOf(parsed.positional[i], forced, output, error)) return false;

@@ -27,6 +27,8 @@ constexpr Subcommand kSubcommands[] = {
     {"run", "load a drawing, run command lines, save when asked", fx::cli::RunSubcommand},
     {"analyze", "identify the rooms of a drawing and print what was found",
      fx::cli::AnalyzeSubcommand},
+    {"review", "analyse a drawing's rooms and write an atlas of every problem",
+     fx::cli::ReviewSubcommand},
     {"export", "export the floor as XML, floor documents or SVG", fx::cli::ExportSubcommand},
     {"info", "print a drawing's version, units, extents, layers and entities",
      fx::cli::InfoSubcommand},
@@ -43,6 +45,8 @@ constexpr Subcommand kSubcommands[] = {
     {"occupants", "show a floor's rooms, types and users from a Vantory server in the drawing",
      fx::cli::OccupantsSubcommand},
     {"servers", "print the server list, or add a server to it", fx::cli::ServersSubcommand},
+    {"batch", "run a command over many drawings, several at a time, with a manifest",
+     fx::cli::BatchSubcommand},
     {"studio", "serve a drawing to the browser: floor, menu, dialogs, problems", fx::cli::StudioSubcommand},
     {"settings", "list the plug-in's settings, or set one",
      [](std::span<const std::string> args) {

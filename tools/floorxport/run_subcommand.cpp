@@ -38,6 +38,9 @@ Options:
       --answer "QUESTION=ANSWER"
                          answer one question with Yes, No, OK or Cancel;
                          QUESTION is its exact text, \n stands for a line break
+      --recover          load a truncated DRAWING with what was read before
+                         the cut (warnings say what was dropped) instead of
+                         failing
   -h, --help             show this help
 
 Command lines: a blank or a line end ends a command name or an answer; two
@@ -63,7 +66,8 @@ namespace {
 constexpr OptionDefinition kRunOptions[] = {
     {"-c", "--command", true},   {"-s", "--script", true},  {"-o", "--output", true},
     {nullptr, "--save", false},  {nullptr, "--yes", false}, {nullptr, "--no", false},
-    {nullptr, "--answer", true}, {nullptr, "--menu", true}, {"-h", "--help", false},
+    {nullptr, "--answer", true}, {nullptr, "--menu", true}, {nullptr, "--recover", false},
+    {"-h", "--help", false},
 };
 
 void PrintErr(fx::console::Terminal& terminal, const std::string& message) {
@@ -83,26 +87,14 @@ bool ReadRunOptions(const ParsedArgs& parsed, RunOptions& options, std::string* 
     return false;
   }
   options.drawing = parsed.positional.front();
-  bool yes = false;
-  bool no = false;
   for (const ParsedOption& option : parsed.options) {
     if (Is(option, "--command")) options.script.push_back({ScriptItem::kLine, option.value});
     if (Is(option, "--script")) options.script.push_back({ScriptItem::kFile, option.value});
     if (Is(option, "--menu")) options.script.push_back({ScriptItem::kMenu, option.value});
     if (Is(option, "--output")) options.output = option.value;
     if (Is(option, "--save")) options.save_in_place = true;
-    if (Is(option, "--yes")) yes = true;
-    if (Is(option, "--no")) no = true;
-    if (Is(option, "--answer") && !options.answers.AddAnswer(option.value, error)) return false;
   }
-  if (yes && no) {
-    *error = "give either --yes or --no";
-    return false;
-  }
-  if (yes || no) {
-    options.answers.SetYesNoDefault(yes ? fx::console::MessageButton::kYes
-                                        : fx::console::MessageButton::kNo);
-  }
+  if (!ReadAnswerOptions(parsed, options, error)) return false;
   if (options.output && options.save_in_place) {
     *error = "give either -o or --save";
     return false;
@@ -162,6 +154,25 @@ bool AddScript(const std::vector<ScriptItem>& items, fx::console::ScriptInput& s
 
 }  // namespace
 
+bool ReadAnswerOptions(const ParsedArgs& parsed, RunOptions& options, std::string* error) {
+  bool yes = false;
+  bool no = false;
+  for (const ParsedOption& option : parsed.options) {
+    if (Is(option, "--yes")) yes = true;
+    if (Is(option, "--no")) no = true;
+    if (Is(option, "--recover")) options.recover = true;
+    if (Is(option, "--answer") && !options.answers.AddAnswer(option.value, error)) return false;
+  }
+  if (yes && no) {
+    *error = "give either --yes or --no";
+    return false;
+  }
+  if (yes || no) {
+    options.answers.SetYesNoDefault(yes ? fx::console::MessageButton::kYes : fx::console::MessageButton::kNo);
+  }
+  return true;
+}
+
 int RunDrawing(const RunOptions& options) {
   std::unique_ptr<fx::console::Terminal> terminal = fx::console::MakeProcessTerminal();
   fx::console::Console console(*terminal, options.answers);
@@ -176,7 +187,9 @@ int RunDrawing(const RunOptions& options) {
     std::string error;
     auto warn = [&](const std::string& message) { PrintErr(*terminal, "warning: " + message); };
     if (!AddScript(options.script, console.script(), &error) ||
-        (!options.without_drawing && !session.OpenDrawing(options.drawing, &error, warn))) {
+        (!options.without_drawing && !session.OpenDrawing(options.drawing, &error, warn,
+                                                         options.recover ? fx::dxf::DamagedFile::kRecover
+                                                                         : fx::dxf::DamagedFile::kRefuse))) {
       runner.AddProblem(error);
     } else {
       runner.RunScript();

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "cli_args.h"
 #include "host/dxf/console/answer_policy.h"
 
 namespace fx::cli {
@@ -32,12 +33,20 @@ struct RunOptions {
   // Questions and dialogs of the script's commands are asked on the terminal
   // when standard input is one; the run still ends with the script.
   bool ask_on_terminal = false;
+  // --recover: a truncated drawing loads with what was read before the cut
+  // (warnings say what was dropped) instead of failing the run.
+  bool recover = false;
   // Called when the script ran without failing, while the drawing is still
   // open, so a subcommand can read and print what its commands left (the
   // analysis's problem lists). False, with *problem, fails the run: the
   // drawing is then not saved.
   std::function<bool(std::string* problem)> after_script;
 };
+
+// The options every subcommand that runs a drawing takes: --yes, --no,
+// --answer (into options.answers) and --recover. False with *error for wrong
+// usage.
+bool ReadAnswerOptions(const ParsedArgs& parsed, RunOptions& options, std::string* error);
 
 // Runs one drawing as `floorxport run` does and returns the exit status:
 // kExitOk when the drawing loaded, every command ran to its end and the

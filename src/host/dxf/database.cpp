@@ -287,7 +287,7 @@ const DwgSource* DwgSourceOf(const AcDbDatabase& database) {
 }
 
 std::unique_ptr<AcDbDatabase> ReadDrawing(const std::string& path, std::string* error,
-                                          const WarningSink& warnings) {
+                                          const WarningSink& warnings, DamagedFile damaged) {
   struct Sink : DiagnosticSink {
     const WarningSink* warnings;
     void Report(Severity, std::string message) override {
@@ -297,7 +297,7 @@ std::unique_ptr<AcDbDatabase> ReadDrawing(const std::string& path, std::string* 
   sink.warnings = &warnings;
   if (IsDwgFile(path)) return ReadDwgDrawing(path, error, sink, warnings);
   LoadError load_error;
-  std::unique_ptr<Document> document = Document::Load(path, &load_error, &sink);
+  std::unique_ptr<Document> document = Document::Load(path, &load_error, &sink, damaged);
   if (document == nullptr) {
     if (error != nullptr) *error = load_error.message;
     return nullptr;

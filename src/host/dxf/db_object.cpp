@@ -232,6 +232,58 @@ AcDb::Visibility AcDbEntity::visibility() const {
   return tags.GetInt(60, EntityRange(tags), 0) == 1 ? AcDb::kInvisible : AcDb::kVisible;
 }
 
+namespace {
+
+// The general properties setPropertiesFrom copies besides the layer, by
+// their groups in the entity's common data.
+enum class PropertyKind { kNumber, kName, kHandle };
+struct GeneralProperty {
+  int code;
+  PropertyKind kind;
+};
+constexpr GeneralProperty kGeneralProperties[] = {
+    {6, PropertyKind::kName},      {62, PropertyKind::kNumber},  {420, PropertyKind::kNumber},
+    {430, PropertyKind::kName},    {48, PropertyKind::kNumber},  {370, PropertyKind::kNumber},
+    {60, PropertyKind::kNumber},   {390, PropertyKind::kHandle}, {440, PropertyKind::kNumber},
+};
+
+// A stored name of `from`'s drawing as `to` stores it: new objects hold
+// UTF-8 until they join a drawing.
+std::string Restored(std::string_view raw, const AcDbImpDatabase* from, const AcDbImpDatabase* to) {
+  std::string utf8 = from != nullptr ? from->codec().Decode(raw) : std::string(raw);
+  return to != nullptr ? to->codec().Encode(utf8) : utf8;
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbEntity::setPropertiesFrom(const AcDbEntity* source) {
+  if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
+  if (source == nullptr) return Acad::eInvalidInput;
+  if (source == this) return Acad::eOk;
+  // The layer first: it is the one that can fail (a drawing without it).
+  if (Acad::ErrorStatus es = setLayer(source->layer().c_str()); es != Acad::eOk) return es;
+  const AcDbImpDatabase* from_db = source->impl()->database();
+  const AcDbImpDatabase* to_db = impl()->database();
+  const TagList& from = source->impl()->tags();
+  TagList& to = impl()->mutable_tags();
+  for (const GeneralProperty& property : kGeneralProperties) {
+    const size_t at = from.Find(property.code, from.EntityCommon());
+    // A handle means nothing in another drawing.
+    const bool keep = at != TagList::kNotFound && (property.kind != PropertyKind::kHandle ||
+                                                   to_db == nullptr || to_db == from_db);
+    if (!keep) {
+      to.EraseCode(property.code, to.EntityCommon());
+    } else if (property.kind == PropertyKind::kName) {
+      SetCommon(to, property.code, Restored(fx::dxf::TrimBlanks(from[at].value), from_db, to_db));
+    } else {
+      SetCommon(to, property.code, fx::dxf::TrimBlanks(from[at].value));
+    }
+  }
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbEntity::transformBy(const AcGeMatrix3d&) { return Acad::eNotApplicable; }
+
 // ---- AcDbCurve: defaults for curves that do not say otherwise -------------
 
 bool AcDbCurve::isClosed() const { return false; }

@@ -2,6 +2,8 @@
 // before R13, the BLOCKS section standing for the block table).
 #include "host/db_tables.h"
 
+#include <numbers>
+
 #include "host/database.h"
 #include "host/db_entities.h"
 #include "host/dxf/dxf_values.h"
@@ -157,6 +159,10 @@ bool AcDbLayerTableRecord::isOff() const {
 }
 bool AcDbLayerTableRecord::isFrozen() const { return (Flags(*this) & kLayerFrozen) != 0; }
 bool AcDbLayerTableRecord::isLocked() const { return (Flags(*this) & kLayerLocked) != 0; }
+bool AcDbLayerTableRecord::isHidden() const {
+  std::string name;
+  return getName(name) == Acad::eOk && name.starts_with('*');
+}
 bool AcDbLayerTableRecord::isPlottable() const {
   const TagList& tags = impl()->tags();
   return tags.GetInt(290, tags.Body(), 1) != 0;
@@ -358,6 +364,20 @@ double AcDbViewportTableRecord::height() const {
 double AcDbViewportTableRecord::width() const {
   const TagList& tags = impl()->tags();
   return height() * tags.GetDouble(41, tags.Body(), 1);
+}
+AcGePoint3d AcDbViewportTableRecord::target() const {
+  const TagList& tags = impl()->tags();
+  return tags.GetPoint(17, tags.Body());
+}
+AcGeVector3d AcDbViewportTableRecord::viewDirection() const {
+  const TagList& tags = impl()->tags();
+  const AcGePoint3d direction = tags.GetPoint(16, tags.Body(), {0, 0, 1});
+  const AcGeVector3d vector(direction.x, direction.y, direction.z);
+  return vector.length() > 0 ? vector : AcGeVector3d::kZAxis;
+}
+double AcDbViewportTableRecord::viewTwist() const {
+  const TagList& tags = impl()->tags();
+  return tags.GetDouble(51, tags.Body(), 0) * (std::numbers::pi / 180.0);  // degrees in the file
 }
 Acad::ErrorStatus AcDbViewportTableRecord::setCenterPoint(const AcGePoint2d& center) {
   if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;

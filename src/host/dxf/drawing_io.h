@@ -13,6 +13,7 @@
 
 #include "host/database.h"
 #include "host/dxf/dwg_input.h"
+#include "host/dxf/dxf_structure.h"
 
 namespace fx::dxf {
 
@@ -20,9 +21,12 @@ namespace fx::dxf {
 using WarningSink = std::function<void(const std::string& message)>;
 
 // Reads an ASCII or binary DXF file. On failure returns nullptr and sets
-// *error to a message naming the file and, where known, the line.
+// *error to a message naming the file and, where known, the line. A
+// truncated file fails unless `damaged` asks to recover what was read
+// before the cut (the warnings then say what was dropped).
 std::unique_ptr<AcDbDatabase> ReadDrawing(const std::string& path, std::string* error,
-                                          const WarningSink& warnings = nullptr);
+                                          const WarningSink& warnings = nullptr,
+                                          DamagedFile damaged = DamagedFile::kRefuse);
 
 // Where the drawing was read from a DWG (converted to DXF on reading, see
 // dwg_input.h): its version and what the conversion dropped; else nullptr.

@@ -116,6 +116,7 @@ struct ScanResult {
   size_t record_count = 0;
   const char* tail = nullptr;  // the first byte after the last tag read
   bool saw_eof = false;
+  bool cut_off = false;  // an incomplete last tag was dropped
   int64_t end_line = 0;  // the line after the last tag read
 };
 
@@ -124,8 +125,8 @@ struct ScanResult {
 class TagScanner {
  public:
   TagScanner(std::string_view name, const char* begin, const char* end, std::vector<Tag>* tags,
-             DiagnosticSink* sink)
-      : name_(name), begin_(begin), end_(end), tags_(*tags), sink_(sink) {}
+             DiagnosticSink* sink, DamagedFile damaged)
+      : name_(name), begin_(begin), end_(end), tags_(*tags), sink_(sink), damaged_(damaged) {}
 
   bool Run(ScanResult* result, LoadError* error) {
     const char* p = begin_;
@@ -142,10 +143,11 @@ class TagScanner {
       }
       CountBlanks(code_line, &result->code_blanks);
       if (code_newline == nullptr || code_newline + 1 == end_) {
-        return Fail(
-            line,
-            "unexpected end of file: group code " + std::to_string(code) + " has no value line",
-            error);
+        const std::string what = "unexpected end of file: group code " + std::to_string(code) + " has no value line";
+        if (damaged_ == DamagedFile::kRefuse || result->record_count == 0) return Fail(line, what, error);
+        if (sink_ != nullptr) sink_->Report(Severity::kWarning, Place(name_, line) + what + ": dropped it");
+        result->cut_off = true;  // p stays at the incomplete tag, which the tail leaves out
+        break;
       }
       const char* value_begin = code_newline + 1;
       const char* value_newline = Find('\n', value_begin);
@@ -214,13 +216,14 @@ class TagScanner {
   const char* end_;
   std::vector<Tag>& tags_;
   DiagnosticSink* sink_;
+  DamagedFile damaged_;
   std::string first_number_error_;
   int number_errors_ = 0;
 };
 
 }  // namespace
 
-bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink) {
+bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, DamagedFile damaged) {
   const std::string_view bytes = doc.bytes_;
   doc.head_size_ = bytes.starts_with(kUtf8ByteOrderMark) ? kUtf8ByteOrderMark.size() : 0;
   const char* const body_begin = bytes.data() + doc.head_size_;
@@ -231,7 +234,7 @@ bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink) {
   doc.tags_.reserve(max_tags + max_tags / 32 + 64);
 
   ScanResult scan;
-  if (!TagScanner(doc.name(), body_begin, body_end, &doc.tags_, sink).Run(&scan, error)) {
+  if (!TagScanner(doc.name(), body_begin, body_end, &doc.tags_, sink, damaged).Run(&scan, error)) {
     return false;
   }
   if (!scan.saw_eof && sink != nullptr) {
@@ -274,7 +277,7 @@ bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink) {
   doc.first_ = 0;
   doc.last_ = static_cast<RecordId>(doc.records_.size() - 1);
   doc.live_records_ = doc.records_.size();
-  doc.tail_begin_ = byte_offset(scan.tail);
+  doc.tail_begin_ = scan.cut_off ? bytes.size() : byte_offset(scan.tail);
 
   const char* first_newline =
       static_cast<const char*>(std::memchr(body_begin, '\n', bytes.size() - doc.head_size_));

@@ -37,11 +37,14 @@ class BinaryCursor {
 
   bool at_end() const { return pos_ >= bytes_.size(); }
   size_t pos() const { return pos_; }
+  // Whether the last failure of Next() was the end of the file inside a tag.
+  bool cut_off() const { return cut_off_; }
 
   bool Next(RawTag* tag, std::string* failure) {
     tag->offset = pos_;
     if (!ReadCode(&tag->code)) {
       *failure = Where(tag->offset) + "unexpected end of file in a group code";
+      cut_off_ = true;
       return false;
     }
     tag->type = ValueTypeOf(tag->code);
@@ -51,6 +54,7 @@ class BinaryCursor {
                      ? Where(tag->offset) + "unknown group code " + std::to_string(tag->code)
                      : Where(value_offset) + "unexpected end of file in the value of group code " +
                            std::to_string(tag->code);
+      cut_off_ = tag->type != GroupValueType::kUnknown;
       return false;
     }
     return true;
@@ -112,6 +116,7 @@ class BinaryCursor {
   std::string_view bytes_;
   size_t pos_;
   bool two_byte_codes_;
+  bool cut_off_ = false;
 };
 
 std::string_view HexText(std::string_view bytes, Arena& arena) {
@@ -167,13 +172,15 @@ struct Survey {
   size_t tag_count = 0;
   size_t record_count = 0;
   size_t tail_begin = 0;
+  size_t records_end = 0;  // equals tail_begin unless an incomplete last tag was dropped
   bool saw_eof = false;
+  std::string cut_off;  // why the last tag was dropped when recovering a cut-off file
 };
 
 // First pass: checks the structure and counts, so that the second pass can size the tag
 // and record vectors exactly and cannot fail.
-bool SurveyTags(std::string_view bytes, size_t start, bool two_byte_codes, Survey* survey,
-                std::string* failure) {
+bool SurveyTags(std::string_view bytes, size_t start, bool two_byte_codes, DamagedFile damaged,
+                Survey* survey, std::string* failure) {
   const auto not_dxf = [failure](size_t offset) {
     *failure =
         BinaryCursor::Where(offset) + "not a DXF file: expected a 0/SECTION tag or a 999 comment";
@@ -182,7 +189,14 @@ bool SurveyTags(std::string_view bytes, size_t start, bool two_byte_codes, Surve
   BinaryCursor cursor(bytes, start, two_byte_codes);
   RawTag tag;
   while (!cursor.at_end()) {
-    if (!cursor.Next(&tag, failure)) return survey->record_count == 0 ? not_dxf(tag.offset) : false;
+    if (!cursor.Next(&tag, failure)) {
+      if (survey->record_count == 0) return not_dxf(tag.offset);
+      if (damaged == DamagedFile::kRefuse || !cursor.cut_off()) return false;
+      survey->cut_off = *failure;
+      survey->records_end = tag.offset;
+      survey->tail_begin = bytes.size();  // the incomplete tag is not kept
+      return true;
+    }
     ++survey->tag_count;
     const bool opens_file = tag.code == 999 || (tag.code == 0 && tag.raw == "SECTION");
     if (survey->record_count == 0 && !opens_file) return not_dxf(tag.offset);
@@ -194,13 +208,13 @@ bool SurveyTags(std::string_view bytes, size_t start, bool two_byte_codes, Surve
     }
   }
   if (survey->record_count == 0) return not_dxf(cursor.pos());
-  survey->tail_begin = cursor.pos();
+  survey->tail_begin = survey->records_end = cursor.pos();
   return true;
 }
 
 }  // namespace
 
-bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink) {
+bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, DamagedFile damaged) {
   const std::string_view bytes = doc.bytes_;
   const size_t start = kBinarySentinel.size();
   doc.head_size_ = start;
@@ -208,9 +222,12 @@ bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink) {
 
   Survey survey;
   std::string failure;
-  if (!SurveyTags(bytes, start, doc.binary_two_byte_codes_, &survey, &failure)) {
+  if (!SurveyTags(bytes, start, doc.binary_two_byte_codes_, damaged, &survey, &failure)) {
     error->message = doc.name() + ": " + failure;
     return false;
+  }
+  if (!survey.cut_off.empty() && sink != nullptr) {
+    sink->Report(Severity::kWarning, doc.name() + ": " + survey.cut_off + ": dropped it");
   }
   if (!survey.saw_eof && sink != nullptr) {
     sink->Report(Severity::kWarning, doc.name() + ": " + BinaryCursor::Where(bytes.size()) +
@@ -247,7 +264,7 @@ bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink) {
   }
   Document::Record& last = doc.records_.back();
   last.tag_count = static_cast<uint32_t>(survey.tag_count - last.tag_begin);
-  last.original_size = static_cast<uint32_t>(survey.tail_begin) - last.original_begin;
+  last.original_size = static_cast<uint32_t>(survey.records_end) - last.original_begin;
   doc.first_ = 0;
   doc.last_ = static_cast<RecordId>(doc.records_.size() - 1);
   doc.live_records_ = doc.records_.size();

@@ -27,18 +27,18 @@ Document::Document(std::string bytes, std::string_view name, Encoding encoding)
     : bytes_(std::move(bytes)), name_(name), encoding_(encoding) {}
 
 std::unique_ptr<Document> Document::Load(const std::string& path, LoadError* error,
-                                         DiagnosticSink* sink) {
+                                         DiagnosticSink* sink, DamagedFile damaged) {
   std::string bytes;
   std::string failure;
   if (!ReadWholeFile(path, &bytes, &failure)) {
     if (error != nullptr) error->message = path + ": " + failure;
     return nullptr;
   }
-  return Parse(std::move(bytes), path, error, sink);
+  return Parse(std::move(bytes), path, error, sink, damaged);
 }
 
 std::unique_ptr<Document> Document::Parse(std::string bytes, std::string_view name_for_messages,
-                                          LoadError* error, DiagnosticSink* sink) {
+                                          LoadError* error, DiagnosticSink* sink, DamagedFile damaged) {
   LoadError ignored;
   if (error == nullptr) error = &ignored;
   if (bytes.size() > kMaxFileSize) {
@@ -50,8 +50,8 @@ std::unique_ptr<Document> Document::Parse(std::string bytes, std::string_view na
   std::unique_ptr<Document> doc(new Document(std::move(bytes), name_for_messages,
                                              binary ? Encoding::kBinary : Encoding::kAscii));
   const bool read =
-      binary ? BinaryReader::Read(*doc, error, sink) : AsciiReader::Read(*doc, error, sink);
-  if (!read) return nullptr;
+      binary ? BinaryReader::Read(*doc, error, sink, damaged) : AsciiReader::Read(*doc, error, sink, damaged);
+  if (!read || !CheckStructure(*doc, damaged, error, sink)) return nullptr;
   doc->UpdateFromHeader(sink);
   return doc;
 }

@@ -15,6 +15,7 @@
 
 #include "host/dxf/dxf_arena.h"
 #include "host/dxf/dxf_diagnostics.h"
+#include "host/dxf/dxf_structure.h"
 #include "host/dxf/dxf_tag.h"
 #include "host/dxf/dxf_text_codec.h"
 
@@ -51,12 +52,15 @@ class Document {
   // Reads the whole file. Returns nullptr and fills *error on failure; warnings about what was
   // tolerated (a missing EOF record, an unknown code page) go to `sink` when given. A value
   // of a numeric group code that does not read as a number fails the load: the sink hears of
-  // each one as an error, *error names the first.
+  // each one as an error, *error names the first. A truncated file fails too, unless
+  // `damaged` asks to recover it (see CheckStructure).
   static std::unique_ptr<Document> Load(const std::string& path, LoadError* error,
-                                        DiagnosticSink* sink = nullptr);
+                                        DiagnosticSink* sink = nullptr,
+                                        DamagedFile damaged = DamagedFile::kRefuse);
   // The same from bytes in memory; `name_for_messages` stands for the file name in messages.
   static std::unique_ptr<Document> Parse(std::string bytes, std::string_view name_for_messages,
-                                         LoadError* error, DiagnosticSink* sink = nullptr);
+                                         LoadError* error, DiagnosticSink* sink = nullptr,
+                                         DamagedFile damaged = DamagedFile::kRefuse);
 
   Document(const Document&) = delete;
   Document& operator=(const Document&) = delete;

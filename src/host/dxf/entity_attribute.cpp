@@ -1,6 +1,10 @@
 // ATTRIB and ATTDEF: a text (see entity_text.cpp) with a tag (2), flags
-// (70: 1 invisible, 2 constant, 8 preset) and, for a definition, a prompt
-// (3), in the AcDbAttribute or AcDbAttributeDefinition subclass.
+// (70: 1 invisible, 2 constant, 8 preset), a field length (73, after the
+// flags, left out when 0) and, for a definition, a prompt (3), in the
+// AcDbAttribute or AcDbAttributeDefinition subclass.
+#include <cstdint>
+#include <string>
+
 #include "host/db_entities.h"
 #include "host/dxf/draw_text_layout.h"
 #include "host/dxf/entity_support.h"
@@ -21,6 +25,12 @@ constexpr int kPreset = 8;
 int Flags(const AcDbObject& object, std::string_view subclass) {
   const TagList& tags = object.impl()->tags();
   return static_cast<int>(tags.GetInt(70, DataOf(tags, subclass), 0));
+}
+
+uint16_t FieldLength(const AcDbObject& object, std::string_view subclass) {
+  const TagList& tags = object.impl()->tags();
+  int64_t length = tags.GetInt(73, DataOf(tags, subclass), 0);
+  return length > 0 && length <= UINT16_MAX ? static_cast<uint16_t>(length) : 0;
 }
 
 }  // namespace
@@ -49,6 +59,29 @@ Acad::ErrorStatus AcDbAttribute::setTag(const char* tag) {
 
 bool AcDbAttribute::isInvisible() const { return (Flags(*this, kAttribute) & kInvisible) != 0; }
 bool AcDbAttribute::isConstant() const { return (Flags(*this, kAttribute) & kConstant) != 0; }
+
+Acad::ErrorStatus AcDbAttribute::setInvisible(bool invisible) {
+  if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
+  const int flags = Flags(*this, kAttribute);
+  TagList& tags = impl()->mutable_tags();
+  tags.SetInt(70, invisible ? flags | kInvisible : flags & ~kInvisible, DataOf(tags, kAttribute));
+  return Acad::eOk;
+}
+
+uint16_t AcDbAttribute::fieldLength() const { return FieldLength(*this, kAttribute); }
+
+Acad::ErrorStatus AcDbAttribute::setFieldLength(uint16_t length) {
+  if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
+  TagList& tags = impl()->mutable_tags();
+  const fx::dxf::Range range = DataOf(tags, kAttribute);
+  if (tags.Find(73, range) != TagList::kNotFound) {
+    tags.SetInt(73, length, range);
+  } else if (length != 0) {
+    const size_t flags = tags.Find(70, range);
+    tags.Insert(flags != TagList::kNotFound ? flags + 1 : range.end, 73, std::to_string(length));
+  }
+  return Acad::eOk;
+}
 
 bool AcDbAttribute::worldDraw(AcGiWorldDraw* world_draw) {
   if (isInvisible()) return true;
@@ -81,6 +114,7 @@ std::string AcDbAttributeDefinition::prompt() const {
 bool AcDbAttributeDefinition::isInvisible() const { return (Flags(*this, kDefinition) & kInvisible) != 0; }
 bool AcDbAttributeDefinition::isConstant() const { return (Flags(*this, kDefinition) & kConstant) != 0; }
 bool AcDbAttributeDefinition::isPreset() const { return (Flags(*this, kDefinition) & kPreset) != 0; }
+uint16_t AcDbAttributeDefinition::fieldLength() const { return FieldLength(*this, kDefinition); }
 
 // A definition shows its tag, as in a block definition; an insert draws its
 // attributes instead and skips its block's definitions (entity_insert_draw.cpp).

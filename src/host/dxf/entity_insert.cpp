@@ -144,6 +144,15 @@ Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& position) {
   return Acad::eOk;
 }
 
+Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& normal) {
+  if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
+  if (normal.length() == 0) return Acad::eInvalidInput;
+  const AcGePoint3d position = this->position();
+  TagList& tags = impl()->mutable_tags();
+  fx::dxf::WriteNormal(tags, InsertData(tags), normal);
+  return setPosition(position);
+}
+
 Acad::ErrorStatus AcDbBlockReference::setRotation(double rotation) {
   if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
   TagList& tags = impl()->mutable_tags();

@@ -39,6 +39,12 @@ AcGeVector3d ReadNormal(const TagList& tags, Range range) {
   return normal.length() == 0 ? AcGeVector3d::kZAxis : normal.normal();
 }
 
+void WriteNormal(TagList& tags, Range range, const AcGeVector3d& normal) {
+  const AcGeVector3d unit = normal.normal();
+  if (tags.Find(210, range) == TagList::kNotFound && unit == AcGeVector3d::kZAxis) return;
+  tags.SetPoint(210, AcGePoint3d::kOrigin + unit, range);
+}
+
 double ReadDegrees(const TagList& tags, int code, Range range, double fallback) {
   return tags.GetDouble(code, range, fallback) * std::numbers::pi / 180;
 }

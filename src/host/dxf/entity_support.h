@@ -32,6 +32,9 @@ Range DataOf(const TagList& tags, std::string_view marker);
 
 // Group 210, of unit length; +Z when absent or of zero length.
 AcGeVector3d ReadNormal(const TagList& tags, Range range);
+// Sets group 210 in `range` to `normal` made unit length; a +Z normal is
+// left out when the entity has none, as drawing files do.
+void WriteNormal(TagList& tags, Range range, const AcGeVector3d& normal);
 // An angle the file stores in degrees, in radians.
 double ReadDegrees(const TagList& tags, int code, Range range, double fallback = 0);
 // A name (layer, block, style) as stored, without padding blanks.

@@ -19,6 +19,11 @@ no_view.dxf
            an R12 drawing of one line without tables: no viewport table.
 no_active.dxf
            a drawing of one line whose viewport table has no "*ACTIVE".
+twisted_view.dxf
+           a rectangle seen through an active view whose display system is
+           not the world's: target (100, 50), twist 90 degrees, centre (10, 5)
+           in the view, 40 by 20; in world coordinates it spans x 95 to 115
+           and y 20 to 60.
 """
 import ezdxf
 from ezdxf import bbox
@@ -102,7 +107,19 @@ def no_active():
     doc.saveas("no_active.dxf")
 
 
+def twisted_view():
+    doc = ezdxf.new("R2018", setup=False)
+    doc.modelspace().add_lwpolyline([(90, 30), (120, 30), (120, 50), (90, 50)], close=True)
+    doc.set_modelspace_vport(height=20, center=(10, 5))
+    view = doc.viewports.get("*Active")[0]
+    view.dxf.aspect_ratio = 2.0
+    view.dxf.target = (100, 50, 0)
+    view.dxf.view_twist = 90
+    doc.saveas("twisted_view.dxf")
+
+
 if __name__ == "__main__":
     main()
     no_view()
     no_active()
+    twisted_view()

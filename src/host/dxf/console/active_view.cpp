@@ -17,6 +17,20 @@ Acad::ErrorStatus ActiveViewportId(AcDbDatabase& database, AcDbObjectId& id) {
   return status;
 }
 
+// Display to world: the direction's frame, moved to the target, turned
+// back by the twist about the line of sight.
+AcGeMatrix3d DisplayToWorld(const AcDbViewportTableRecord& viewport) {
+  const AcGeVector3d direction = viewport.viewDirection();
+  const AcGePoint3d target = viewport.target();
+  return AcGeMatrix3d::rotation(-viewport.viewTwist(), direction, target) *
+         AcGeMatrix3d::translation(target - AcGePoint3d::kOrigin) *
+         AcGeMatrix3d::planeToWorld(direction);
+}
+
+View ViewOf(const AcDbViewportTableRecord& viewport) {
+  return {viewport.centerPoint(), viewport.height(), viewport.width(), DisplayToWorld(viewport)};
+}
+
 }  // namespace
 
 View FitView(const View& current, const AcDbExtents& extents) {
@@ -38,7 +52,7 @@ Acad::ErrorStatus GetActiveView(AcDbDatabase& database, View& view) {
   if (status != Acad::eOk) return status;
   AcDbObjectPointer<AcDbViewportTableRecord> viewport(id, AcDb::kForRead);
   if (viewport.openStatus() != Acad::eOk) return viewport.openStatus();
-  view = {viewport->centerPoint(), viewport->height(), viewport->width()};
+  view = ViewOf(*viewport.object());
   return Acad::eOk;
 }
 
@@ -48,8 +62,11 @@ Acad::ErrorStatus ZoomActiveView(AcDbDatabase& database, const AcDbExtents& exte
   if (status != Acad::eOk) return status;
   AcDbObjectPointer<AcDbViewportTableRecord> viewport(id, AcDb::kForWrite);
   if (viewport.openStatus() != Acad::eOk) return viewport.openStatus();
-  const View view =
-      FitView({viewport->centerPoint(), viewport->height(), viewport->width()}, extents);
+  const View current = ViewOf(*viewport.object());
+  // The box of the extents' corners as the view sees them.
+  AcDbExtents seen = extents;
+  seen.transformBy(current.to_world.inverse());
+  const View view = FitView(current, seen);
   status = viewport->setCenterPoint(view.center);
   if (status == Acad::eOk) status = viewport->setHeight(view.height);
   if (status == Acad::eOk) status = viewport->setWidth(view.width);

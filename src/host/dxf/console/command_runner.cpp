@@ -18,8 +18,8 @@ CommandRunner* g_current = nullptr;
 // Pops the answers pushed for a command run with answers, however it ends.
 class AnswersGuard {
  public:
-  AnswersGuard(Console& console, std::vector<std::string> answers) : console_(console) {
-    console_.PushAnswers(std::move(answers));
+  AnswersGuard(Console& console, std::vector<std::string> answers, bool echo) : console_(console) {
+    console_.PushAnswers(std::move(answers), echo);
   }
   ~AnswersGuard() { console_.PopAnswers(); }
   AnswersGuard(const AnswersGuard&) = delete;
@@ -63,13 +63,15 @@ void CommandRunner::RunScript() {
 }
 
 int CommandRunner::RunWithAnswers(std::vector<std::string> tokens) {
-  AnswersGuard guard(console_, std::move(tokens));
+  // CMDECHO as the call begins decides for all of its commands.
+  const bool echo = console_.commandEcho();
+  AnswersGuard guard(console_, std::move(tokens), echo);
   int result = RTNORM;
   std::string name;
   TokenOrigin origin;
   while (result == RTNORM && console_.ReadCommandName(name, origin) == ReadStatus::kOk) {
     if (name.empty()) continue;
-    console_.Print("\nCommand: " + name);
+    if (echo) console_.Print("\nCommand: " + name);
     result = Execute(name);
   }
   return result;
@@ -120,7 +122,7 @@ ReadStatus CommandRunner::ReadAnswer(std::string_view prompt, TokenEnd end, std:
                                      RunOut run_out) {
   for (;;) {
     if (console_.ReadAnswer(prompt, end, answer, nullptr, run_out) == ReadStatus::kRanOut) {
-      if (run_out == RunOut::kCancels) CancelRunningCommand();
+      if (run_out == RunOut::kCancels) CancelCommand();
       return ReadStatus::kRanOut;
     }
     if (end == TokenEnd::kBlank && answer.size() > 1 && answer.front() == '\'' &&
@@ -133,13 +135,13 @@ ReadStatus CommandRunner::ReadAnswer(std::string_view prompt, TokenEnd end, std:
 
 ReadStatus CommandRunner::ReadSecretAnswer(std::string_view prompt, std::string& answer) {
   if (console_.ReadSecretAnswer(prompt, answer) == ReadStatus::kRanOut) {
-    CancelRunningCommand();
+    CancelCommand();
     return ReadStatus::kRanOut;
   }
   return ReadStatus::kOk;
 }
 
-void CommandRunner::CancelRunningCommand() {
+void CommandRunner::CancelCommand() {
   if (!frames_.empty() && frames_.back().result == RTNORM) frames_.back().result = RTCAN;
 }
 

@@ -39,7 +39,8 @@ class CommandRunner {
   // Runs the commands named in `tokens`, each followed by its answers; the
   // answers come only from `tokens`. RTNORM when every command ran to its
   // end, RTCAN when one was cancelled (its answers ran out), RTERROR when
-  // one is unknown or failed.
+  // one is unknown or failed. With the console's command echo off, the
+  // commands' names, prompts and answers are not shown.
   int RunWithAnswers(std::vector<std::string> tokens);
 
   // Reads an answer for the running command, running transparent commands
@@ -55,6 +56,8 @@ class CommandRunner {
 
   // The running command failed (a host command reports its own message).
   void FailCommand();
+  // The running command was cancelled (unless it failed already).
+  void CancelCommand();
   bool commandRunning() const { return !frames_.empty(); }
 
   // Deferred until the current command ends (or, outside commands, until
@@ -78,7 +81,6 @@ class CommandRunner {
     int result;
   };
   int Execute(std::string_view typed);
-  void CancelRunningCommand();
   bool RunTransparent(std::string_view typed);
   void RunDeferredWork();
   void Stop(std::string problem);

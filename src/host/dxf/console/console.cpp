@@ -66,30 +66,32 @@ bool Console::NextToken(TokenEnd end, std::string& token, TokenOrigin& origin) {
 
 ReadStatus Console::ReadAnswer(std::string_view prompt, TokenEnd end, std::string& answer,
                                TokenOrigin* origin, RunOut run_out) {
-  Print(prompt);
+  const bool echo = Echoing();
+  if (echo) Print(prompt);
   TokenOrigin from;
   if (!NextToken(end, answer, from)) {
     answer.clear();
-    if (run_out == RunOut::kCancels) Print("*Cancel*");
+    if (run_out == RunOut::kCancels) Print((echo ? "" : std::string(prompt)) + "*Cancel*");
     return ReadStatus::kRanOut;
   }
-  if (from != TokenOrigin::kTyped) Print(answer);
+  if (echo && from != TokenOrigin::kTyped) Print(answer);
   if (origin != nullptr) *origin = from;
   return ReadStatus::kOk;
 }
 
 ReadStatus Console::ReadSecretAnswer(std::string_view prompt, std::string& answer) {
-  Print(prompt);
+  const bool echo = Echoing();
+  if (echo) Print(prompt);
   TokenOrigin from;
   reading_secret_ = true;
   const bool read = NextToken(TokenEnd::kLineEnd, answer, from);
   reading_secret_ = false;
   if (!read) {
     answer.clear();
-    Print("*Cancel*");
+    Print((echo ? "" : std::string(prompt)) + "*Cancel*");
     return ReadStatus::kRanOut;
   }
-  if (from != TokenOrigin::kTyped && !answer.empty()) Print(kHiddenAnswer);
+  if (echo && from != TokenOrigin::kTyped && !answer.empty()) Print(kHiddenAnswer);
   return ReadStatus::kOk;
 }
 
@@ -97,8 +99,8 @@ ReadStatus Console::ReadCommandName(std::string& name, TokenOrigin& origin) {
   return NextToken(TokenEnd::kBlank, name, origin) ? ReadStatus::kOk : ReadStatus::kRanOut;
 }
 
-void Console::PushAnswers(std::vector<std::string> answers) {
-  answer_lists_.push_back({std::move(answers), 0});
+void Console::PushAnswers(std::vector<std::string> answers, bool echo) {
+  answer_lists_.push_back({std::move(answers), 0, echo});
 }
 
 void Console::PopAnswers() {

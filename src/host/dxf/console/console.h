@@ -34,9 +34,11 @@ inline constexpr std::string_view kHiddenAnswer = "********";
 
 enum class ReadStatus { kOk, kRanOut };
 
-// What running out of input means for a read: the command is cancelled, or
-// (for the further items of a list, as objects to select) the list ends.
-enum class RunOut { kCancels, kEndsList };
+// What running out of input means for a read: the command is cancelled;
+// (for the further items of a list, as objects to select) the list ends;
+// or (a dialog in a batch run) the reader takes its default. Only the first
+// shows "*Cancel*".
+enum class RunOut { kCancels, kEndsList, kTakesDefault };
 
 // A message box that no --answer answered, with the answer used.
 struct UnansweredQuestion {
@@ -75,10 +77,17 @@ class Console {
   ReadStatus ReadCommandName(std::string& name, TokenOrigin& origin);
 
   // While an answer list is pushed, answers come from it instead of the
-  // script; when it is used up the input has run out. Lists nest.
-  void PushAnswers(std::vector<std::string> answers);
+  // script; when it is used up the input has run out. Lists nest. Without
+  // `echo`, the prompts read from the list and its answers are not shown
+  // (a prompt still shows when the list runs out at it).
+  void PushAnswers(std::vector<std::string> answers, bool echo = true);
   void PopAnswers();
   bool readingAnswerList() const { return !answer_lists_.empty(); }
+
+  // CMDECHO: whether commands run with answers (acedCommandS) show their
+  // prompts and answers. On at the start.
+  bool commandEcho() const { return command_echo_; }
+  void SetCommandEcho(bool echo) { command_echo_ = echo; }
 
   // Shows a message box and returns IDOK, IDCANCEL, IDYES or IDNO.
   int MessageBox(std::string_view text, std::string_view caption, unsigned type);
@@ -96,8 +105,10 @@ class Console {
   struct AnswerList {
     std::vector<std::string> answers;
     size_t next = 0;
+    bool echo = true;
   };
   bool NextToken(TokenEnd end, std::string& token, TokenOrigin& origin);
+  bool Echoing() const { return answer_lists_.empty() || answer_lists_.back().echo; }
   bool ReadTypedLine(std::string& line);
   MessageBoxAnswer AskUser(const std::vector<MessageButton>& buttons);
 
@@ -113,6 +124,7 @@ class Console {
   bool ends_with_line_end_ = false;
   bool after_typed_line_ = false;  // the cursor is at the start of a line
   bool reading_secret_ = false;    // a typed line is read without echo
+  bool command_echo_ = true;
 };
 
 }  // namespace fx::console

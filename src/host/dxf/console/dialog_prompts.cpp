@@ -17,6 +17,14 @@
 //
 // Text, list and password answers take the whole line (names may hold
 // blanks); the others end at a blank.
+//
+// When the input runs out in a dialog of a batch run, the default button is
+// pressed, as Enter would in the dialog, and the transcript says so:
+//   "\nNo more input: pressed OK, the default button of \"Title\"."
+// The fields keep the values given so far. When the model keeps the dialog
+// open on that button (it refused the values), or the dialog asks for a
+// password (no default stands for credentials), the command is cancelled
+// instead, as it is on a terminal whose input ends.
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -173,7 +181,7 @@ bool AskPassword(DialogModel& model, size_t index, const DialogField& field) {
 }
 
 // False when the input ran out.
-bool AskField(DialogModel& model, size_t index, const DialogField& field) {
+bool AskField(DialogModel& model, size_t index, const DialogField& field, RunOut run_out) {
   if (field.kind == DialogField::kPassword) return AskPassword(model, index, field);
   CommandRunner& runner = CurrentRunner();
   if (field.shown_only) {
@@ -184,8 +192,8 @@ bool AskField(DialogModel& model, size_t index, const DialogField& field) {
   const bool line = field.kind == DialogField::kText || field.kind == DialogField::kList;
   for (;;) {
     std::string answer;
-    if (runner.ReadAnswer(FieldPrompt(field), line ? TokenEnd::kLineEnd : TokenEnd::kBlank,
-                          answer) != ReadStatus::kOk) {
+    if (runner.ReadAnswer(FieldPrompt(field), line ? TokenEnd::kLineEnd : TokenEnd::kBlank, answer,
+                          run_out) != ReadStatus::kOk) {
       return false;
     }
     if (answer.empty()) return true;
@@ -202,7 +210,7 @@ bool AskField(DialogModel& model, size_t index, const DialogField& field) {
 }
 
 // The index of the button chosen, or -1 when the input ran out.
-int AskButton(const DialogModel& model) {
+int AskButton(const DialogModel& model, RunOut run_out) {
   const std::vector<std::string> labels = model.buttons();
   if (labels.empty()) return -1;
   const KeywordList keywords(JoinKeywords(labels, ' '));
@@ -211,7 +219,7 @@ int AskButton(const DialogModel& model) {
   CommandRunner& runner = CurrentRunner();
   for (;;) {
     std::string answer;
-    if (runner.ReadAnswer(prompt, TokenEnd::kBlank, answer) != ReadStatus::kOk) return -1;
+    if (runner.ReadAnswer(prompt, TokenEnd::kBlank, answer, run_out) != ReadStatus::kOk) return -1;
     if (answer.empty()) return 0;
     if (std::optional<std::string> keyword = keywords.Match(answer)) {
       for (size_t i = 0; i < labels.size(); ++i) {
@@ -220,6 +228,35 @@ int AskButton(const DialogModel& model) {
     }
     runner.console().Print("\nInvalid option keyword.");
   }
+}
+
+// What running out of input does in a dialog with `fields`.
+RunOut RunOutIn(const std::vector<DialogField>& fields) {
+  if (CurrentRunner().console().interactive()) return RunOut::kCancels;
+  for (const DialogField& field : fields) {
+    if (field.kind == DialogField::kPassword) return RunOut::kCancels;
+  }
+  return RunOut::kTakesDefault;
+}
+
+// The input ran out in `model`: presses its default button when `run_out`
+// says so. Returns the button that closed the dialog, or -1.
+int PressDefault(DialogModel& model, RunOut run_out) {
+  if (run_out != RunOut::kTakesDefault) return -1;  // cancelled, and shown so
+  const std::vector<std::string> labels = model.buttons();
+  Console& console = CurrentRunner().console();
+  if (!labels.empty()) {
+    std::string label;
+    for (char c : labels.front()) {
+      if (c != '&') label += c;
+    }
+    console.Print("\nNo more input: pressed " + label + ", the default button of \"" + model.title() +
+                  "\".");
+    if (model.Press(0) == DialogAction::kClose) return 0;
+  }
+  console.Print("\n*Cancel*");
+  CurrentRunner().CancelCommand();
+  return -1;
 }
 
 }  // namespace
@@ -242,14 +279,18 @@ int fx::ShowDialog(DialogModel& model) {
     }
     std::vector<DialogField> list;
   } fields;
+  fields.Refresh(model);
+  const console::RunOut run_out = console::RunOutIn(fields.list);
   for (;;) {
     fields.Refresh(model);
     for (size_t i = 0; i < fields.list.size(); ++i) {
-      if (!console::AskField(model, i, fields.list[i])) return -1;
+      if (!console::AskField(model, i, fields.list[i], run_out)) {
+        return console::PressDefault(model, run_out);
+      }
       fields.Refresh(model);  // a value may change the fields after it
     }
-    const int button = console::AskButton(model);
-    if (button < 0) return -1;
+    const int button = console::AskButton(model, run_out);
+    if (button < 0) return console::PressDefault(model, run_out);
     if (model.Press(static_cast<size_t>(button)) == DialogAction::kClose) return button;
   }
 }

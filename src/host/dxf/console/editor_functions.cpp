@@ -1,5 +1,6 @@
 // The editor functions of the host API (host/editor.h) on the console: they
-// read and print through the current command runner.
+// read and print through the current command runner. Every one of them is
+// defined here, so that a program that calls one links them all.
 #include <charconv>
 #include <cstdarg>
 #include <cstdio>
@@ -10,8 +11,10 @@
 
 #include "host/database.h"
 #include "host/dxf/console/command_runner.h"
+#include "host/dxf/console/coordinate_systems.h"
 #include "host/dxf/console/keywords.h"
 #include "host/dxf/console/presenter.h"
+#include "host/dxf/console/system_variables.h"
 #include "host/editor.h"
 
 namespace fx::console {
@@ -211,6 +214,14 @@ int acedCommandS(int rtype, ...) {
     return RTERROR;
   }
   return CurrentRunner().RunWithAnswers(std::move(tokens));
+}
+
+int acedGetVar(const char* name, resbuf* result) { return fx::console::GetSystemVariable(name, result); }
+
+int acedSetVar(const char* name, const resbuf* value) { return fx::console::SetSystemVariable(name, value); }
+
+int acedTrans(const ads_point point, const resbuf* from, const resbuf* to, int disp, ads_point result) {
+  return fx::console::TransformPoint(point, from, to, disp, result);
 }
 
 int acedMessageBox(const char* text, const char* caption, unsigned type) {

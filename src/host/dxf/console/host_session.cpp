@@ -27,8 +27,8 @@ HostSession::~HostSession() {
 }
 
 bool HostSession::OpenDrawing(const std::string& path, std::string* error,
-                              const fx::dxf::WarningSink& warnings) {
-  std::unique_ptr<AcDbDatabase> database = fx::dxf::ReadDrawing(path, error, warnings);
+                              const fx::dxf::WarningSink& warnings, fx::dxf::DamagedFile damaged) {
+  std::unique_ptr<AcDbDatabase> database = fx::dxf::ReadDrawing(path, error, warnings, damaged);
   if (database == nullptr) return false;
   OpenDatabase(std::move(database), path);
   return true;

@@ -38,7 +38,8 @@ class HostSession {
   // Reads the drawing at `path` and opens it. False, with *error, when it
   // cannot be read; warnings about a drawing that loaded go to `warnings`.
   bool OpenDrawing(const std::string& path, std::string* error,
-                   const fx::dxf::WarningSink& warnings = nullptr);
+                   const fx::dxf::WarningSink& warnings = nullptr,
+                   fx::dxf::DamagedFile damaged = fx::dxf::DamagedFile::kRefuse);
   // Opens a drawing already in memory, as if read from `file_name`. At most
   // one drawing is open: an open one is closed first.
   void OpenDatabase(std::unique_ptr<AcDbDatabase> database, const std::string& file_name);
