@@ -1,6 +1,7 @@
 // The drawing's server record in real DXF files: written, saved, read back
 // here and by ezdxf; an equal write leaves the drawing as it was.
 #include "server/server_data.h"
+#include "server/download_file.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -108,6 +109,27 @@ TEST_F(ServerDataTest, WrittenSavedAndReadBackHereAndByEzdxf) {
   ASSERT_EQ(WriteServerData({70000, 13, "https://vantory.example/", false}, db), Acad::eOk);
   EXPECT_TRUE(Modified());
   EXPECT_EQ(ReadServerData(db).floor_id, 13);
+}
+
+// Building and floor names a hostile or broken server might send: the
+// downloaded drawing's name is always one plain file inside the folder.
+TEST(DownloadFileName, HostileNamesStayInTheirFolder) {
+  const std::pair<std::string, std::string> names[] = {
+      {"..", ".."},           {"../../etc", "passwd"},   {"/abs", "/root/.ssh/x"}, {"a\\..\\b", "c:d"},
+      {".hidden", ". ."},     {"", ""},                  {"\xff\xfe", "\x01\n\x7f"},
+      {std::string(500, 'x') + "/..", "\xe2\x80"},
+  };
+  const std::filesystem::path folder = "/srv/downloads";
+  for (const auto& [building, floor] : names) {
+    const std::string name = DownloadFileName(building, floor, "dxf");
+    SCOPED_TRACE(name);
+    EXPECT_EQ(name.find_first_of(std::string("/\\\0", 3)), std::string::npos);
+    EXPECT_NE(name.front(), '.');
+    const std::filesystem::path target = (folder / name).lexically_normal();
+    EXPECT_EQ(target.parent_path(), folder);
+    EXPECT_EQ(target.filename().string(), name);
+    EXPECT_LE(name.size(), 210u);
+  }
 }
 
 }  // namespace
