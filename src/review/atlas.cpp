@@ -3,11 +3,11 @@
 #include <filesystem>
 #include <system_error>
 
+#include "host/whole_file.h"
 #include "review/atlas_floor.h"
 #include "review/atlas_page.h"
 #include "review/findings_json.h"
 #include "rooms/doc_data.h"
-#include "svg/svg_temp_file.h"
 
 namespace fx::review {
 namespace {
@@ -22,8 +22,8 @@ bool MakeFolder(const std::string& dir, std::string* error) {
   return true;
 }
 
-bool WriteWhole(fx::svg::TempFile& file, const std::string& text, std::string* error) {
-  if (file.ok() && file.Write(text.data(), text.size())) return true;
+bool WriteWhole(fx::WholeFile& file, const std::string& text, std::string* error) {
+  if (file.ok() && file.Write(text)) return true;
   *error = file.error();
   return false;
 }
@@ -47,8 +47,8 @@ bool WriteAtlas(AcDbDatabase& database, const fx::rooms::CDocData& data, const s
 
   if (!MakeFolder(dir, error)) return false;
   const std::filesystem::path folder(dir);
-  fx::svg::TempFile json_file((folder / kFindingsFile).string());
-  fx::svg::TempFile page_file((folder / kPageFile).string());
+  fx::WholeFile json_file((folder / kFindingsFile).string());
+  fx::WholeFile page_file((folder / kPageFile).string());
   if (!WriteWhole(json_file, json, error) || !WriteWhole(page_file, page, error)) return false;
   if (!json_file.Commit()) {
     *error = json_file.error();

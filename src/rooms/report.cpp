@@ -2,12 +2,11 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <optional>
-#include <system_error>
 
 #include "host/code_page.h"
 #include "host/database.h"
+#include "host/whole_file.h"
 #include "settings/known_settings.h"
 #include "settings/settings.h"
 
@@ -134,25 +133,7 @@ std::string DefaultReportName(const std::string& document_file_name) {
 }
 
 bool WriteReportFile(const std::string& path, std::string_view bytes) {
-  const std::string temporary = path + ".tmp";
-  {
-    std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-    if (!out) return false;
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.flush();
-    if (!out) {
-      out.close();
-      std::remove(temporary.c_str());
-      return false;
-    }
-  }
-  std::error_code error;
-  std::filesystem::rename(temporary, path, error);
-  if (error) {
-    std::remove(temporary.c_str());
-    return false;
-  }
-  return true;
+  return fx::WriteWholeFile(path, bytes);
 }
 
 }  // namespace fx::rooms

@@ -1,12 +1,11 @@
 #include "server/download_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <stdlib.h>
 #include <unistd.h>
 
 #include <cstring>
 #include <filesystem>
+
+#include "host/whole_file.h"
 
 namespace fx::server {
 namespace {
@@ -77,22 +76,9 @@ int SaveDownloadedFile(const std::string& path, std::span<const unsigned char> b
     return kSaveDenied;
   }
   if (std::filesystem::exists(path, error) && ::access(path.c_str(), W_OK) != 0) return kSaveDenied;
-  const std::filesystem::path target(path);
-  std::string temp = (target.parent_path() / ("." + target.filename().string() + ".XXXXXX")).string();
-  const int fd = ::mkstemp(temp.data());
-  if (fd < 0) return -1;
-  size_t written = 0;
-  while (written < bytes.size()) {
-    const ssize_t n = ::write(fd, bytes.data() + written, bytes.size() - written);
-    if (n <= 0) break;
-    written += static_cast<size_t>(n);
-  }
-  const bool ok = written == bytes.size() && ::fchmod(fd, 0644) == 0 && ::fsync(fd) == 0;
-  if (::close(fd) != 0 || !ok || ::rename(temp.c_str(), path.c_str()) != 0) {
-    ::unlink(temp.c_str());
-    return -1;
-  }
-  return 0;
+  return fx::WriteWholeFile(path, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()))
+             ? 0
+             : -1;
 }
 
 }  // namespace fx::server

@@ -5,13 +5,16 @@
 #include <cstring>
 #include <mutex>
 
+#include "server/tls_policy.h"
+
 namespace fx::server {
 namespace {
 
 constexpr long kConnectTimeoutSeconds = 10;
 // Slower than this many bytes a second for kStallSeconds fails the call: a
-// server that accepted the request and stopped answering.
-constexpr long kStallBytesPerSecond = 1;
+// server that accepted the request and stopped answering, or that trickles
+// its answer a few bytes at a time.
+constexpr long kStallBytesPerSecond = 100;
 constexpr long kStallSeconds = 10;
 // The longest a whole reply may take, however it trickles in.
 constexpr long kOverallTimeoutSeconds = 300;
@@ -84,9 +87,11 @@ HttpReply HttpGet(const std::string& url, const std::vector<std::string>& header
   curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, kStallBytesPerSecond);
   curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, kStallSeconds);
   curl_easy_setopt(curl, CURLOPT_TIMEOUT, kOverallTimeoutSeconds);
-  // As the drawing service client: sites run on certificates of their own.
-  curl_easy_setopt(curl, CURLOPT_SSL_VERIFYPEER, 0L);
-  curl_easy_setopt(curl, CURLOPT_SSL_VERIFYHOST, 0L);
+  // As the drawing service client (see tls_policy.h).
+  const TlsPolicy tls = CurrentTlsPolicy();
+  curl_easy_setopt(curl, CURLOPT_SSL_VERIFYPEER, tls.verify ? 1L : 0L);
+  curl_easy_setopt(curl, CURLOPT_SSL_VERIFYHOST, tls.verify ? 2L : 0L);
+  if (tls.verify && !tls.ca_file.empty()) curl_easy_setopt(curl, CURLOPT_CAINFO, tls.ca_file.c_str());
   curl_easy_setopt(curl, CURLOPT_MAXFILESIZE_LARGE, static_cast<curl_off_t>(max_bytes));
   curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, Write);
   curl_easy_setopt(curl, CURLOPT_WRITEDATA, &sink);

@@ -4,7 +4,9 @@
 #ifndef FLOORXPORT_SERVER_SERVICE_CLIENT_H_
 #define FLOORXPORT_SERVER_SERVICE_CLIENT_H_
 
+#include <chrono>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -84,6 +86,9 @@ class ProgressDrawingAPIPortBindingProxy : public DrawingAPIPortBindingProxy {
   static int CountingSend(struct soap* soap, const char* data, size_t size);
   void StreamAttachments();
   static size_t CountingReceive(struct soap* soap, char* data, size_t size);
+  // True when the reply has come slower than kStallBytesPerSecond over a
+  // whole window; counts `received` bytes in the current one.
+  bool Stalled(size_t received);
 
   template <class Call>
   int WithLogIn(Call call);
@@ -93,6 +98,11 @@ class ProgressDrawingAPIPortBindingProxy : public DrawingAPIPortBindingProxy {
   std::string endpoint_;  // soap_endpoint points into it
   size_t sent_ = 0;       // bytes of the current call, both ways
   size_t received_ = 0;
+  // The receive rate check (Stalled): when the current window began, and
+  // the bytes received in it.
+  std::optional<std::chrono::steady_clock::time_point> window_start_;
+  size_t window_bytes_ = 0;
+  bool stalled_ = false;  // the current call's reply came too slowly
   std::vector<unsigned char> received_attachment_;
 };
 

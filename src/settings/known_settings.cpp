@@ -52,6 +52,10 @@ constexpr KnownSetting kKnownSettings[] = {
      "layer giving the room description (type 1)"},
     {kServer, kServerList, kString, true, 0, "the remembered service connections"},
     {kServer, kLastUsedServer, kString, true, 0, "the service connection chosen last"},
+    {kServer, kVerifyServerCertificate, kBoolean, true, 0,
+     "1: verify the site's certificate and host name; 0: accept any certificate"},
+    {kServer, kServerCaFile, kString, true, 0,
+     "PEM file of the authorities trusted when verifying (empty: the system's)"},
 };
 
 }  // namespace

@@ -38,6 +38,8 @@ inline constexpr char kLayerAttributeDescription[] = "Layer Attribute descriptio
 // Server (section 2).
 inline constexpr char kServerList[] = "Server list";
 inline constexpr char kLastUsedServer[] = "Last used server";
+inline constexpr char kVerifyServerCertificate[] = "Verify Server Certificate";
+inline constexpr char kServerCaFile[] = "Server CA File";
 
 // "Vantory Drawing Version" when no version was ever chosen; shown and used
 // as kCurrentDrawingVersion.

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <utility>
 
+#include "host/whole_file.h"
 #include "settings/reg_file_writer.h"
 #include "settings/settings_file.h"
 
@@ -34,12 +35,6 @@ class FileDescriptor {
     if (fd_ >= 0) close(fd_);
   }
   int get() const { return fd_; }
-  // Closes now and says whether the close succeeded (it can report a failed write).
-  bool Close() {
-    const int fd = fd_;
-    fd_ = -1;
-    return close(fd) == 0;
-  }
 
  private:
   int fd_;
@@ -65,17 +60,6 @@ bool ReadBytes(const std::string& path, std::string* bytes, bool* exists, std::s
   }
 }
 
-bool WriteAll(int fd, const std::string& bytes) {
-  size_t done = 0;
-  while (done < bytes.size()) {
-    const ssize_t wrote = write(fd, bytes.data() + done, bytes.size() - done);
-    if (wrote < 0 && errno == EINTR) continue;
-    if (wrote <= 0) return false;
-    done += static_cast<size_t>(wrote);
-  }
-  return true;
-}
-
 std::string DirectoryOf(const std::string& path) {
   const size_t slash = path.rfind('/');
   if (slash == std::string::npos) return ".";
@@ -92,27 +76,6 @@ bool MakeDirectories(const std::string& path, std::string* failure) {
     }
     if (slash == std::string::npos) return true;
   }
-}
-
-// Temporary file beside the target, written, flushed to disk and renamed
-// over it; the directory is flushed too so that the rename survives a crash.
-// On failure the temporary file is removed and the target left as it was.
-bool ReplaceFile(const std::string& path, const std::string& bytes, std::string* failure) {
-  struct stat old_info {};
-  const mode_t mode = stat(path.c_str(), &old_info) == 0 ? old_info.st_mode & 07777 : kNewFileMode;
-  std::string temporary = path + ".XXXXXX";
-  FileDescriptor fd(mkostemp(temporary.data(), O_CLOEXEC));
-  if (fd.get() < 0) return Fail(failure, ErrnoText("cannot create a temporary file for " + path));
-  const bool written = fchmod(fd.get(), mode) == 0 && WriteAll(fd.get(), bytes) &&
-                       fsync(fd.get()) == 0 && fd.Close();
-  if (!written || rename(temporary.c_str(), path.c_str()) != 0) {
-    *failure = ErrnoText("cannot write " + path);
-    unlink(temporary.c_str());
-    return false;
-  }
-  FileDescriptor directory(open(DirectoryOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (directory.get() >= 0) fsync(directory.get());  // best effort: the file itself is in place
-  return true;
 }
 
 // The file a symbolic link points to, so that a write replaces the target
@@ -164,7 +127,9 @@ bool UpdateSettingsFile(const std::string& given_path,
   LoadedSettingsFile loaded;
   if (!LoadSettingsFile(path, &loaded, failure)) return false;
   if (!change(loaded)) return true;
-  return ReplaceFile(path, FormatRegFile(loaded.file), failure);  // then `lock` closes: unlocked
+  // Whole or not at all, so a reader that takes no lock never sees a part; then `lock`
+  // closes: unlocked.
+  return WriteWholeFile(path, FormatRegFile(loaded.file), failure, {.new_file_mode = kNewFileMode});
 }
 
 }  // namespace fx::settings

@@ -1,9 +1,12 @@
 // The settings keys over the settings file (settings_file.h): the store on
 // platforms without a registry. Each open reads the file; each write locks,
-// re-reads, changes one value and replaces the file. Reads never write.
+// re-reads, changes one value and replaces the file. Reads never change a
+// setting; the first open of a process removes what a killed write left.
+#include <mutex>
 #include <string>
 #include <utility>
 
+#include "host/whole_file.h"
 #include "settings/reg_file.h"
 #include "settings/settings_diagnostics.h"
 #include "settings/settings_file.h"
@@ -43,6 +46,18 @@ void ReportReadFailure(const std::string& path, const std::string& failure) {
 void ReportWriteFailure(const std::string& path, const std::string& failure) {
   ReportSettingsProblemOnce("unwritable:" + path, "cannot change the settings file: " + failure +
                                                       "; settings are not saved");
+}
+
+// A write killed in an earlier run may have left its temporary file beside
+// the settings file; it is removed at the first open of each process.
+void RemoveLeftoversOnce(const std::string& path) {
+  static std::mutex mutex;
+  static std::string cleaned;
+  const std::lock_guard<std::mutex> lock(mutex);
+  if (cleaned == path) return;
+  cleaned = path;
+  const size_t slash = path.rfind('/');
+  fx::RemoveStaleTemporaryFiles(slash == std::string::npos ? "." : path.substr(0, slash + 1));
 }
 
 RegKey SnapshotOf(const RegFile& file, const std::string& key_path) {
@@ -124,6 +139,7 @@ bool OpenSettingsKey(int section, bool for_write, SettingsKey* key) {
                                              kSettingsFileVariable + " to a file");
     return false;
   }
+  RemoveLeftoversOnce(path);
   const std::string key_path = SettingsFileKeyPath(section);
   LoadedSettingsFile loaded;
   std::string failure;

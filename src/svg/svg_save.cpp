@@ -4,8 +4,8 @@
 
 #include <climits>
 
+#include "host/whole_file.h"
 #include "svg/svg_document.h"
-#include "svg/svg_temp_file.h"
 
 namespace fx::svg {
 namespace {
@@ -18,14 +18,14 @@ bool Report(std::string* error, const std::string& message) {
 // Streams the document's text into the new file.
 class FileWriter : public pugi::xml_writer {
  public:
-  explicit FileWriter(TempFile& file) : file_(file) {}
+  explicit FileWriter(WholeFile& file) : file_(file) {}
   void write(const void* data, size_t size) override {
-    if (ok_) ok_ = file_.Write(data, size);
+    if (ok_) ok_ = file_.Write(std::string_view(static_cast<const char*>(data), size));
   }
   bool ok() const { return ok_; }
 
  private:
-  TempFile& file_;
+  WholeFile& file_;
   bool ok_ = true;
 };
 
@@ -52,7 +52,7 @@ class GzipWriter : public pugi::xml_writer {
 // SaveXmlDocument, the text in `code_page`.
 bool Save(const pugi::xml_document& document, const std::string& path, const char* gzip_mode,
           unsigned code_page, std::string* error) {
-  TempFile file(path);
+  WholeFile file(path);
   if (!file.ok()) return Report(error, file.error());
   if (gzip_mode == nullptr) {
     FileWriter writer(file);
@@ -64,7 +64,7 @@ bool Save(const pugi::xml_document& document, const std::string& path, const cha
     const int fd = file.Duplicate();
     gzFile gz = fd >= 0 ? gzdopen(fd, gzip_mode) : nullptr;
     if (gz == nullptr) {
-      TempFile::CloseDuplicate(fd);
+      WholeFile::CloseDuplicate(fd);
       return Report(error, path + ": cannot start compressing");
     }
     GzipWriter writer(gz);

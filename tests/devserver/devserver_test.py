@@ -335,6 +335,51 @@ def check_kill_9_keeps_committed_uploads():
         assert server.stop() == 0
 
 
+def check_kill_9_at_any_moment_of_an_upload():
+    """Kills spread from the first bytes of an upload to after its answer
+    (reading, storing, committing): each restart finds the database intact
+    and the floor holding the drawing before or the new one, whole."""
+    db = fresh_db("kill-any.db")
+    held = pattern(MIB)
+    with Server(db, "--seed-demo") as server:
+        service(server).setDrawing(floorId=2, dwgFile=held, drawingFile=b"", drawingNotes="0")
+        started = time.monotonic()
+        body, content_type = mtom_upload(2, pattern(16 * MIB))
+        answer = http.post(server.url + SOAP_PATH, data=body, headers={"Content-Type": content_type})
+        assert answer.status_code == 200
+        upload_seconds = time.monotonic() - started
+        service(server).setDrawing(floorId=2, dwgFile=held, drawingFile=b"", drawingNotes="0")
+    outcomes = {"before": 0, "new": 0}
+    for kill in range(1, 16):
+        new = pattern(16 * MIB)
+        body, content_type = mtom_upload(2, new)
+        with Server(db) as server:
+            def upload():
+                try:
+                    with socket.create_connection(("127.0.0.1", server.port)) as connection:
+                        connection.sendall((f"POST /{SOAP_PATH} HTTP/1.1\r\nHost: localhost\r\n"
+                                            f"Content-Type: {content_type}\r\n"
+                                            f"Content-Length: {len(body)}\r\n\r\n").encode() + body)
+                        connection.recv(1024)
+                except OSError:
+                    pass
+            sender = threading.Thread(target=upload)
+            sender.start()
+            time.sleep(upload_seconds * kill / 12)
+            server.process.kill()
+            assert server.process.wait(timeout=30) == -signal.SIGKILL
+            sender.join()
+        with sqlite3.connect(db) as database:
+            assert database.execute("PRAGMA integrity_check").fetchone() == ("ok",)
+        with Server(db) as server:
+            stored = service(server).getDWG(floorId=2)
+            assert stored in (held, new), f"kill {kill}: the floor holds {len(stored)} other bytes"
+            outcomes["new" if stored == new else "before"] += 1
+            held = stored
+            assert server.stop() == 0
+    print(f"     15 kills: {outcomes['before']} found the drawing before, {outcomes['new']} the new one")
+
+
 def check_request_size_limit():
     with Server(fresh_db("limit.db"), "--seed-demo", "--max-request-mb", "1") as server:
         api = service(server)
@@ -421,6 +466,7 @@ CHECKS = [
     check_rest_rooms,
     check_concurrent_uploads,
     check_kill_9_keeps_committed_uploads,
+    check_kill_9_at_any_moment_of_an_upload,
     check_request_size_limit,
     check_stalled_client_and_sigterm_with_a_request_in_flight,
 ]

@@ -6,6 +6,7 @@
 #include <stdlib.h>
 
 #include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
@@ -157,6 +158,18 @@ TEST_F(ExchangeProgramTest, HttpsWithASelfSignedCertificate) {
   ASSERT_TRUE(server.started());
   ASSERT_EQ(server.address().rfind("https://", 0), 0u) << server.address();
   EXPECT_NE(FloorId(Listing(server.address()), "Level 2"), -1);
+
+  // The strict check refuses the certificate until it is trusted, by the
+  // option or by the settings.
+  ProgramResult refused = Floorxport({"floors", "--server", server.address(), "--tls-verify"});
+  EXPECT_EQ(refused.exit_status, 1);
+  EXPECT_NE(refused.err.find("SSL error occured."), std::string::npos) << refused.err;
+  EXPECT_NE(FloorId(Listing(server.address(), {"--ca-file", cert}), "Level 2"), -1);
+  ASSERT_EQ(Floorxport({"settings", "set", "Verify Server Certificate", "1", "--section", "2", "--int"}).exit_status,
+            0);
+  EXPECT_EQ(Floorxport({"floors", "--server", server.address()}).exit_status, 1);
+  ASSERT_EQ(Floorxport({"settings", "set", "Server CA File", cert, "--section", "2"}).exit_status, 0);
+  EXPECT_NE(FloorId(Listing(server.address()), "Level 2"), -1);
 }
 
 TEST_F(ExchangeProgramTest, LogInFromTheEnvironmentOrTheDialog) {
@@ -193,6 +206,59 @@ TEST_F(ExchangeProgramTest, LogInFromTheEnvironmentOrTheDialog) {
   EXPECT_NE(sent.out.find("Vantory Log-In Dialog"), std::string::npos) << sent.out;
   EXPECT_EQ(sent.out.find("open sesame"), std::string::npos) << sent.out;
   EXPECT_EQ(ReadFile((dir_ / "settings.reg").string()).find("sesame"), std::string::npos);
+}
+
+// Every workflow run with a canary password, given each way a user can:
+// no file the runs leave (drawings, settings, downloads, temporary folders,
+// the server's database) and no transcript holds it.
+TEST_F(ExchangeProgramTest, ACanaryPasswordIsWrittenNowhere) {
+  const std::string canary = "canary-7fQ2-pw";
+  const std::string users = (dir_ / "users").string();
+  ASSERT_EQ(RunDevServerTool({"adduser", "--users", users, "ana"}, canary + "\n"), 0);
+  DevServer server(dir_.string(), {"--users", users});
+  ASSERT_TRUE(server.started());
+  const char* const old_home = std::getenv("HOME");
+  const std::string kept_home = old_home != nullptr ? old_home : "";
+  const fs::path home = dir_ / "home";
+  fs::create_directories(home);
+  ::setenv("HOME", home.c_str(), 1);
+  const fs::path secret = fs::temp_directory_path() / ("fx-canary-" + std::to_string(::getpid()));
+  { std::ofstream(secret) << canary << "\n"; }
+  const std::string plan = Drawing();
+  const fs::path downloads = dir_ / "downloads";
+  fs::create_directories(downloads);
+
+  std::string transcripts;
+  auto run = [&](const std::vector<std::string>& args) {
+    const ProgramResult result = Floorxport(args);
+    EXPECT_EQ(result.exit_status, 0) << result.out << result.err;
+    transcripts += result.out + result.err;
+  };
+  const std::vector<std::string> by_file = {"--user", "ana", "--password-file", secret.string()};
+  auto with = [](std::vector<std::string> args, const std::vector<std::string>& more) {
+    args.insert(args.end(), more.begin(), more.end());
+    return args;
+  };
+  run(with({"send", plan, "--server", server.address(), "--floor", "2"}, by_file));
+  run(with({"open", "--server", server.address(), "--floor", "2", "-o", downloads.string()}, by_file));
+  run(with({"occupants", plan, "--save"}, by_file));
+  run({"run", plan, "-c", "_vantorySendTo\n" + server.address() + "\nOK\nana\n" + canary + "\nOK\n2\n\n\nSend"});
+  ::setenv("FLOORXPORT_USER", "ana", 1);
+  ::setenv("FLOORXPORT_PASSWORD", canary.c_str(), 1);
+  run({"floors", "--server", server.address()});
+  run({"run", plan, "--save", "--yes", "-c", "ZOOM E"});
+  server.Stop();
+  fs::remove(secret);
+
+  EXPECT_EQ(transcripts.find(canary), std::string::npos);
+  size_t files = 0;
+  for (const auto& entry : fs::recursive_directory_iterator(dir_)) {
+    if (!entry.is_regular_file()) continue;
+    ++files;
+    EXPECT_EQ(ReadFile(entry.path().string()).find(canary), std::string::npos) << entry.path();
+  }
+  EXPECT_GT(files, 5u);
+  ::setenv("HOME", kept_home.c_str(), 1);
 }
 
 TEST_F(ExchangeProgramTest, CancelsEndAsTheCommandsSay) {

@@ -54,7 +54,7 @@ TEST_F(SettingsCommandTest, ListsEveryKnownValueWithSectionKindValueAndDefault) 
   EXPECT_EQ(lines[13],
             "ExportOptions   Vantory Drawing Version                integer  31         254");
   EXPECT_EQ(lines.back(),
-            "Server          Last used server                       string   (not set)  \"\"");
+            "Server          Server CA File                         string   (not set)  \"\"");
   EXPECT_EQ(err_.str(), "");
 }
 

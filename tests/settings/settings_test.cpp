@@ -185,7 +185,7 @@ TEST_F(SettingsTest, TheDuplicateNameFlagMirrorsTheValue) {
 }
 
 TEST_F(SettingsTest, TheTableHasEveryValueOnceWithItsDefaults) {
-  EXPECT_EQ(KnownSettings().size(), 25u);
+  EXPECT_EQ(KnownSettings().size(), 27u);
   for (const KnownSetting& setting : KnownSettings()) {
     EXPECT_EQ(FindKnownSetting(setting.name), &setting) << setting.name;
   }

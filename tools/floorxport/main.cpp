@@ -45,6 +45,9 @@ constexpr Subcommand kSubcommands[] = {
     {"occupants", "show a floor's rooms, types and users from a Vantory server in the drawing",
      fx::cli::OccupantsSubcommand},
     {"servers", "print the server list, or add a server to it", fx::cli::ServersSubcommand},
+    {"batch", "run a command over many drawings, several at a time, with a manifest",
+     fx::cli::BatchSubcommand},
+    {"studio", "serve a drawing to the browser: floor, menu, dialogs, problems", fx::cli::StudioSubcommand},
     {"settings", "list the plug-in's settings, or set one",
      [](std::span<const std::string> args) {
        return fx::settings::RunSettingsCommand({args.begin(), args.end()}, std::cout, std::cerr);

@@ -8,6 +8,7 @@
 #include "host/dialog.h"
 #include "server/exchange_commands.h"
 #include "server/log_in.h"
+#include "server/tls_policy.h"
 #include "server/workflow_result.h"
 
 namespace fx::cli {
@@ -36,6 +37,24 @@ bool TakeLogIn(const ParsedArgs& parsed, std::string* error) {
   }
   if (given && !user.empty()) fx::server::RememberCredentials(user, password);
   fx::WipeText(password);
+  return true;
+}
+
+bool TakeTlsOptions(const ParsedArgs& parsed, std::string* error) {
+  std::optional<fx::server::TlsPolicy> policy;
+  for (const ParsedOption& option : parsed.options) {
+    if (Is(option, "--tls-verify") && !policy) policy.emplace().verify = true;
+    if (Is(option, "--ca-file")) {
+      if (!std::ifstream(option.value)) {
+        *error = "cannot read the CA file \"" + option.value + "\"";
+        return false;
+      }
+      if (!policy) policy.emplace();
+      policy->verify = true;
+      policy->ca_file = option.value;
+    }
+  }
+  if (policy) fx::server::SetRunTlsPolicy(std::move(policy));
   return true;
 }
 

@@ -83,17 +83,17 @@ Prints the server list (one address a line; the last used one is marked
 namespace {
 
 constexpr OptionDefinition kFloorsOptions[] = {
-    {nullptr, "--server", true}, {nullptr, "--json", false}, kUserOption, kPasswordFileOption,
+    {nullptr, "--server", true}, {nullptr, "--json", false}, kUserOption, kPasswordFileOption, kTlsVerifyOption, kCaFileOption,
     {"-h", "--help", false}};
 constexpr OptionDefinition kOpenOptions[] = {
     {nullptr, "--server", true}, {nullptr, "--floor", true}, {"-o", "--output", true},
-    kUserOption, kPasswordFileOption, {"-h", "--help", false}};
+    kUserOption, kPasswordFileOption, kTlsVerifyOption, kCaFileOption, {"-h", "--help", false}};
 constexpr OptionDefinition kOccupantsOptions[] = {
     {nullptr, "--server", true}, {nullptr, "--floor", true}, {"-o", "--output", true},
-    {nullptr, "--save", false}, kUserOption, kPasswordFileOption, {"-h", "--help", false}};
+    {nullptr, "--save", false}, kUserOption, kPasswordFileOption, kTlsVerifyOption, kCaFileOption, {"-h", "--help", false}};
 constexpr OptionDefinition kSendOptions[] = {
     {nullptr, "--server", true}, {nullptr, "--floor", true}, {nullptr, "--notes", true},
-    kUserOption, kPasswordFileOption, {"-h", "--help", false}};
+    kUserOption, kPasswordFileOption, kTlsVerifyOption, kCaFileOption, {"-h", "--help", false}};
 
 struct Common {
   std::optional<std::string> server;
@@ -131,7 +131,7 @@ std::optional<int> Parse(std::span<const std::string> args,
   if (ok && common.server && fx::server::FormServerAddress(*common.server).empty()) {
     error = "\"" + *common.server + "\" is not a server address";
   }
-  if (ok && error.empty() && TakeLogIn(parsed, &error)) return std::nullopt;
+  if (ok && error.empty() && TakeLogIn(parsed, &error) && TakeTlsOptions(parsed, &error)) return std::nullopt;
   std::fprintf(stderr, "floorxport: %s\nRun \"floorxport %s --help\" for usage.\n", error.c_str(),
                command);
   return kExitUsage;

@@ -23,6 +23,8 @@ int SendSubcommand(std::span<const std::string> args);
 int OccupantsSubcommand(std::span<const std::string> args);
 int ServersSubcommand(std::span<const std::string> args);
 int ReviewSubcommand(std::span<const std::string> args);
+int BatchSubcommand(std::span<const std::string> args);
+int StudioSubcommand(std::span<const std::string> args);
 
 extern const char kRunUsage[];
 extern const char kAnalyzeUsage[];
@@ -37,6 +39,8 @@ extern const char kSendUsage[];
 extern const char kOccupantsUsage[];
 extern const char kServersUsage[];
 extern const char kReviewUsage[];
+extern const char kBatchUsage[];
+extern const char kStudioUsage[];
 
 }  // namespace fx::cli
 

@@ -32,6 +32,12 @@ const char* const kUsage =
     "  --timeout SECONDS     longest wait on a client sending or reading (default 30)\n"
     "  --max-connections N   connections served at once (default 32)\n"
     "  --quiet               no request log on standard error\n"
+    "  --fault MODE[:NAME,...]  misbehave on purpose, for testing clients: MODE is\n"
+    "                        hang (never answer), close (close mid-answer), garbage\n"
+    "                        (neither XML nor JSON), 500, 401 (whatever the log-in)\n"
+    "                        or trickle (answer at 4 bytes a second); NAMEs are SOAP\n"
+    "                        operations (getDWG, setDrawing, ...) or rooms (REST);\n"
+    "                        without them every request\n"
     "  -h, --help            this text\n"
     "\n"
     "The first line on standard output is \"vantory-devserver: listening on URL\".\n"
@@ -105,6 +111,11 @@ ServeOptions ParseServeOptions(const std::vector<std::string>& args) {
             {"--timeout",
              [&](const std::string& v) {
                o.server.io_timeout_seconds = Integer("--timeout", v, 1, 3600);
+             }},
+            {"--fault",
+             [&](const std::string& v) {
+               o.server.fault = ParseFault(v);
+               if (!o.server.fault) throw UsageError("--fault needs MODE[:NAME,...], not \"" + v + "\"");
              }},
             {"--max-connections",
              [&](const std::string& v) {

@@ -15,6 +15,7 @@
 
 #include "connection.h"
 #include "drawing_service.h"
+#include "fault.h"
 #include "mime_stream.h"
 #include "request_log.h"
 #include "rest_endpoint.h"
@@ -142,6 +143,9 @@ int ShutdownHook(struct soap* soap, SOAP_SOCKET socket, int how) {
 
 int GetHook(struct soap* soap) {
   Connection& connection = *ConnectionOf(soap);
+  if (const auto& fault = connection.server->config().fault) {
+    if (const int rc = InjectFault(soap, *fault, "rooms"); rc != SOAP_OK) return rc;
+  }
   return ServeRestRequest(soap, *connection.server, connection.peer, connection.rest_user,
                           connection.rest_password);
 }
@@ -293,6 +297,9 @@ void Server::ServeConnection(struct soap* soap) {
     }
     reason.erase(0, std::min(reason.size(), reason.find_first_not_of(' ')));
     log_.Write(connection.peer + " TLS handshake failed: " + reason);
+  } else if (config_.fault) {
+    FaultInjectingService service(soap, storage_, log_, *config_.fault);
+    service.serve();
   } else {
     DrawingService service(soap, storage_, log_);
     service.serve();

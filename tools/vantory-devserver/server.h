@@ -16,8 +16,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
+
+#include "fault.h"
 
 struct soap;
 
@@ -35,6 +38,7 @@ struct ServerConfig {
   int io_timeout_seconds = 30;          // longest wait for the peer to send or take data
   int max_connections = 32;             // connections served at once
   int grace_seconds = 10;               // how long a stop waits for requests in flight
+  std::optional<FaultConfig> fault;     // broken behaviour on demand (fault.h)
 };
 
 inline constexpr const char* kRealm = "Vantory development server";

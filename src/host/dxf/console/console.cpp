@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "host/dxf/console/keywords.h"
+#include "host/dxf/console/presenter.h"
 #include "host/dxf/console/terminal.h"
 
 namespace fx::console {
@@ -110,6 +111,11 @@ int Console::MessageBox(std::string_view text, std::string_view caption, unsigne
   std::vector<MessageButton> buttons = ButtonsOf(type);
   Print(FormatMessageBox(text, caption, type));
   std::optional<MessageBoxAnswer> answer;
+  if (presenter_ != nullptr) {
+    answer = MessageBoxAnswer{presenter_->AskMessageBox(text, caption, type, buttons), AnswerSource::kUser};
+    Print(FormatAnswer(*answer, buttons));
+    return ButtonId(answer->button);
+  }
   if (buttons.size() == 1) {
     answer = MessageBoxAnswer{buttons.front(), AnswerSource::kDefault};
   } else {

@@ -26,6 +26,7 @@
 
 namespace fx::console {
 
+class Presenter;
 class Terminal;
 
 // What the transcript shows for a hidden answer, whatever its length.
@@ -94,6 +95,12 @@ class Console {
 
   ProgressMeter& progress() { return progress_; }
 
+  // Dialogs, message boxes and progress go to `presenter` while it is set
+  // (presenter.h); nullptr gives them back to the command line. The
+  // presenter must outlive its use here.
+  void SetPresenter(Presenter* presenter) { presenter_ = presenter; }
+  Presenter* presenter() const { return presenter_; }
+
  private:
   struct AnswerList {
     std::vector<std::string> answers;
@@ -109,6 +116,7 @@ class Console {
   AnswerPolicy policy_;
   ScriptInput script_;
   ProgressMeter progress_;
+  Presenter* presenter_ = nullptr;
   std::vector<AnswerList> answer_lists_;
   std::vector<UnansweredQuestion> unanswered_;
   bool interactive_ = false;

@@ -34,6 +34,7 @@
 #include "host/dialog.h"
 #include "host/dxf/console/command_runner.h"
 #include "host/dxf/console/keywords.h"
+#include "host/dxf/console/presenter.h"
 #include "host/dxf/console/text_case.h"
 
 namespace fx::console {
@@ -262,6 +263,8 @@ int PressDefault(DialogModel& model, RunOut run_out) {
 }  // namespace fx::console
 
 int fx::ShowDialog(DialogModel& model) {
+  if (console::Presenter* presenter = console::CurrentRunner().console().presenter())
+    return presenter->ShowDialog(model);
   console::CurrentRunner().console().Print("\n" + model.title());
   // The copies of password values in the fields are wiped when replaced.
   struct Fields {

@@ -13,6 +13,7 @@
 #include "host/dxf/console/command_runner.h"
 #include "host/dxf/console/coordinate_systems.h"
 #include "host/dxf/console/keywords.h"
+#include "host/dxf/console/presenter.h"
 #include "host/dxf/console/system_variables.h"
 #include "host/editor.h"
 
@@ -229,13 +230,23 @@ int acedMessageBox(const char* text, const char* caption, unsigned type) {
 }
 
 int acedSetStatusBarProgressMeter(const char* label, int min_pos, int max_pos) {
-  CurrentRunner().console().progress().Start(label != nullptr ? label : "", min_pos, max_pos);
+  fx::console::Console& console = CurrentRunner().console();
+  console.progress().Start(label != nullptr ? label : "", min_pos, max_pos);
+  if (console.presenter() != nullptr) {
+    console.presenter()->ProgressStarted(label != nullptr ? label : "", min_pos, max_pos);
+  }
   return 0;
 }
 
 int acedSetStatusBarProgressMeterPos(int pos) {
-  CurrentRunner().console().progress().SetPosition(pos);
+  fx::console::Console& console = CurrentRunner().console();
+  console.progress().SetPosition(pos);
+  if (console.presenter() != nullptr) console.presenter()->ProgressMoved(pos);
   return 0;
 }
 
-void acedRestoreStatusBar() { CurrentRunner().console().progress().Stop(); }
+void acedRestoreStatusBar() {
+  fx::console::Console& console = CurrentRunner().console();
+  console.progress().Stop();
+  if (console.presenter() != nullptr) console.presenter()->ProgressStopped();
+}
