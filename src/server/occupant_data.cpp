@@ -71,6 +71,9 @@ bool ReadOccupantRooms(std::string_view text, std::vector<OccupantRoom>& rooms,
   } catch (const TooDeep&) {
     error = "The server's answer is nested too deeply to be a list of rooms.";
     return false;
+  } catch (const json::exception&) {  // a number out of range ("1e999")
+    error = "The server's answer is not JSON (a value cannot be read).";
+    return false;
   }
   if (!answer.is_array()) {
     const auto message = answer.is_object() ? answer.find("error") : answer.end();

@@ -36,6 +36,18 @@ TEST(OccupantDataTest, AnswersThatAreNoListOfRoomsFailWithTheirReason) {
   }
 }
 
+// A number too large for a double ended the program with an exception the
+// reader did not catch (found by fuzzing: "739e5397395395").
+TEST(OccupantDataTest, NumberOutOfRangeFailsAsNotJson) {
+  for (const std::string json : {"739e5397395395", R"([{"name": "1.01", "area": 1e999}])"}) {
+    std::vector<OccupantRoom> rooms;
+    std::vector<std::string> problems;
+    std::string error;
+    EXPECT_FALSE(fx::server::ReadOccupantRooms(json, rooms, problems, error)) << json;
+    EXPECT_EQ(error, "The server's answer is not JSON (a value cannot be read).") << json;
+  }
+}
+
 TEST(OccupantDataTest, EntriesThatCannotBeUsedAreLeftOutAndTold) {
   const std::string json = R"([
     {"name": " 1.01 ", "type": "Office", "costCenter": "CC-1", "area": 12.5,

@@ -70,27 +70,6 @@ std::string JsonField(std::string_view line, std::string_view key) {
   return std::string(line.substr(at, end == std::string_view::npos ? end : end - at));
 }
 
-// Reads the converter's stderr into the source's facts; plain lines are its messages.
-void ReadFacts(const std::string& output, DwgSource* source, std::string* failure) {
-  std::stringstream lines(output);
-  std::string line;
-  while (std::getline(lines, line)) {
-    if (line.empty()) continue;
-    if (line.front() != '{') {
-      if (line.rfind("dwg2dxf: ", 0) == 0) line.erase(0, 9);
-      if (!failure->empty()) *failure += "; ";
-      *failure += line;
-    } else if (std::string version = JsonField(line, "version"); !version.empty()) {
-      source->version = version;
-      source->release = JsonField(line, "release");
-    } else if (std::string dropped = JsonField(line, "dropped"); !dropped.empty()) {
-      source->dropped.push_back(JsonField(line, "count") + " " + dropped);
-    } else if (std::string note = JsonField(line, "libredwg"); !note.empty()) {
-      source->notes.push_back(note);
-    }
-  }
-}
-
 // Runs argv with stdout to /dev/null and stderr into *output; kills it after
 // `timeout_seconds`. Returns its wait status, or -1 with *error.
 int RunCaptured(const std::vector<std::string>& argv, int timeout_seconds, std::string* output,
@@ -146,6 +125,26 @@ int RunCaptured(const std::vector<std::string>& argv, int timeout_seconds, std::
 
 }  // namespace
 
+void ReadConverterReport(const std::string& output, DwgSource* source, std::string* failure) {
+  std::stringstream lines(output);
+  std::string line;
+  while (std::getline(lines, line)) {
+    if (line.empty()) continue;
+    if (line.front() != '{') {
+      if (line.rfind("dwg2dxf: ", 0) == 0) line.erase(0, 9);
+      if (!failure->empty()) *failure += "; ";
+      *failure += line;
+    } else if (std::string version = JsonField(line, "version"); !version.empty()) {
+      source->version = version;
+      source->release = JsonField(line, "release");
+    } else if (std::string dropped = JsonField(line, "dropped"); !dropped.empty()) {
+      source->dropped.push_back(JsonField(line, "count") + " " + dropped);
+    } else if (std::string note = JsonField(line, "libredwg"); !note.empty()) {
+      source->notes.push_back(note);
+    }
+  }
+}
+
 bool IsDwgSignature(std::string_view first_bytes) {
   if (first_bytes.size() < 6 || first_bytes.substr(0, 4) != "AC10") return false;
   auto digit = [](char c) { return c >= '0' && c <= '9'; };
@@ -199,7 +198,7 @@ bool ConvertDwg(const std::string& dwg_path, const std::string& dxf_path, DwgSou
     return false;
   }
   std::string failure;
-  ReadFacts(output, source, &failure);
+  ReadConverterReport(output, source, &failure);
   if (timed_out) {
     *error = dwg_path + ": the DWG converter took more than " + std::to_string(timeout_seconds) +
              " s and was stopped";

@@ -35,6 +35,11 @@ bool IsDwgFile(const std::string& path);
 // ".dwg" (any case) or it exists and starts like one. DXF is never written there.
 bool IsDwgTarget(const std::string& path);
 
+// Reads the converter's report (its stderr) into *source: JSON lines give the
+// version, the dropped entities and notes; plain lines are failure messages,
+// joined into *failure with "; ".
+void ReadConverterReport(const std::string& output, DwgSource* source, std::string* failure);
+
 // The converter script's path (see above).
 std::string DwgConverterScript();
 

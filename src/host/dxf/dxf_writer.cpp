@@ -95,7 +95,15 @@ Status WriteTo(const Document& doc, ByteSink& sink, std::optional<Encoding> as_e
   }
   for (RecordId id = doc.first(); id != kNoRecord; id = doc.next(id)) {
     if (same_encoding && !doc.modified(id)) {
-      if (!original.Add(doc.original_bytes(id))) return write_failed;
+      const std::string_view bytes = doc.original_bytes(id);
+      if (!original.Add(bytes)) return write_failed;
+      // A text file cut inside its last value leaves that record without its line end;
+      // a record added after it (by recovering, say) must still start on a line of its own.
+      if (target == Encoding::kAscii && !bytes.ends_with('\n') && doc.next(id) != kNoRecord) {
+        if (!original.Flush() || !sink.Append(doc.ascii_style().crlf ? "\r\n" : "\n")) {
+          return write_failed;
+        }
+      }
       continue;
     }
     formatted.clear();

@@ -35,7 +35,8 @@ class ByteSink {
 // dxf_caret.h). Writing fails (with the record's place in the message) on a value the target
 // cannot hold: a line break in an ASCII value, a non-number where binary needs a number, an
 // integer out of range, a code of unknown type in binary. On failure *out or the sink holds
-// part of the file.
+// part of the file. A record read without its line end (a file cut inside its last value)
+// gets one when records follow it.
 Status WriteTo(const Document& doc, ByteSink& sink,
                std::optional<Encoding> as_encoding = std::nullopt);
 // Appends to *out.
