@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "bench_support.h"
 #include "host/database.h"
 #include "host/dxf/console/command_registry.h"
 #include "host/dxf/console/command_runner.h"
@@ -26,19 +27,11 @@
 
 namespace {
 
+using fx::bench::QuietTerminal;
+
 using Clock = std::chrono::steady_clock;
 
 double Seconds(Clock::time_point since) { return std::chrono::duration<double>(Clock::now() - since).count(); }
-
-// The transcript is not wanted here.
-class QuietTerminal : public fx::console::Terminal {
- public:
-  void WriteOut(std::string_view) override {}
-  void WriteErr(std::string_view) override {}
-  bool ReadLine(std::string&) override { return false; }
-  bool inputIsTerminal() const override { return false; }
-  bool errorIsTerminal() const override { return false; }
-};
 
 fx::rooms::ConvertOptions Options(fx::rooms::IdentificationMode mode) {
   fx::rooms::ConvertOptions options;

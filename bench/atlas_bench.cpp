@@ -19,6 +19,7 @@
 
 #include <unistd.h>
 
+#include "bench_support.h"
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/dxf/console/command_registry.h"
@@ -34,35 +35,12 @@
 
 namespace {
 
+using fx::bench::FloorgenLayers;
+using fx::bench::Grouped;
+using fx::bench::QuietTerminal;
+
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
-
-// The transcript is not wanted here.
-class QuietTerminal : public fx::console::Terminal {
- public:
-  void WriteOut(std::string_view) override {}
-  void WriteErr(std::string_view) override {}
-  bool ReadLine(std::string&) override { return false; }
-  bool inputIsTerminal() const override { return false; }
-  bool errorIsTerminal() const override { return false; }
-};
-
-fx::rooms::ConvertOptions FloorgenLayers() {
-  fx::rooms::ConvertOptions options;
-  options.floor_layer = "FloorArea";
-  options.contour_layer = "RoomContours";
-  options.block_name = "ROOMTAG";
-  options.name_tag = "NAME";
-  options.category_tag = "CATEGORY";
-  options.description_tag = "DESCRIPTION";
-  return options;
-}
-
-std::string Grouped(uintmax_t value) {
-  std::string digits = std::to_string(value);
-  for (int at = static_cast<int>(digits.size()) - 3; at > 0; at -= 3) digits.insert(static_cast<size_t>(at), ",");
-  return digits;
-}
 
 }  // namespace
 
