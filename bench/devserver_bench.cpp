@@ -31,6 +31,7 @@
 #include <string>
 #include <vector>
 
+#include "dev_server_process.h"
 #include "server/client_cache.h"
 #include "server/service_calls.h"
 #include "server/service_errors.h"
@@ -69,88 +70,26 @@ Options ParseOptions(int argc, char** argv) {
   return options;
 }
 
-// The server as a child process, stopped with SIGTERM.
-class ServerProcess {
- public:
-  ServerProcess(const std::string& program, const fs::path& db) {
-    int out[2];
-    if (pipe(out) != 0) throw std::runtime_error("pipe failed");
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
-    posix_spawn_file_actions_addclose(&actions, out[0]);
-    const std::string db_path = db.string();
-    std::vector<std::string> args = {program, "--db", db_path, "--seed-demo",
-                                     "--port", "0",  "--quiet"};
-    std::vector<char*> argv;
-    for (std::string& arg : args) argv.push_back(arg.data());
-    argv.push_back(nullptr);
-    const int rc = posix_spawn(&pid_, program.c_str(), &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    close(out[1]);
-    if (rc != 0) {
-      close(out[0]);
-      throw std::runtime_error("cannot start " + program + ": " + std::strerror(rc));
-    }
-    // "vantory-devserver: listening on URL"
-    std::string line;
-    char c = 0;
-    while (read(out[0], &c, 1) == 1 && c != '\n') line += c;
-    close(out[0]);
-    const auto at = line.find("listening on ");
-    if (at == std::string::npos) throw std::runtime_error("the server did not start: " + line);
-    url_ = line.substr(at + 13);
+// CPU time `pid` has used, user and system, in seconds.
+double CpuSeconds(pid_t pid) {
+  std::ifstream stat("/proc/" + std::to_string(pid) + "/stat");
+  std::string text((std::istreambuf_iterator<char>(stat)), std::istreambuf_iterator<char>());
+  // Fields after the parenthesised command name; utime and stime are the
+  // 14th and 15th fields of the line.
+  std::size_t at = text.rfind(')');
+  std::vector<std::string> fields;
+  for (std::size_t i = at + 2; i < text.size();) {
+    const std::size_t end = std::min(text.find(' ', i), text.size());
+    fields.push_back(text.substr(i, end - i));
+    i = end + 1;
   }
-  ~ServerProcess() {
-    if (pid_ > 0) Stop();
-  }
+  if (fields.size() < 13) return 0;
+  return static_cast<double>(std::stoull(fields[11]) + std::stoull(fields[12])) /
+         static_cast<double>(sysconf(_SC_CLK_TCK));
+}
 
-  const std::string& url() const { return url_; }
-
-  // The server's VmHWM (peak resident set) or VmRSS, in bytes.
-  std::uint64_t Memory(const char* field) const {
-    std::ifstream status("/proc/" + std::to_string(pid_) + "/status");
-    for (std::string line; std::getline(status, line);) {
-      if (line.rfind(field, 0) == 0) return std::strtoull(line.c_str() + std::strlen(field) + 1, nullptr, 10) * 1024;
-    }
-    return 0;
-  }
-
-  // CPU time the server has used, user and system, in seconds.
-  double CpuSeconds() const {
-    std::ifstream stat("/proc/" + std::to_string(pid_) + "/stat");
-    std::string text((std::istreambuf_iterator<char>(stat)), std::istreambuf_iterator<char>());
-    // Fields after the parenthesised command name; utime and stime are the
-    // 14th and 15th fields of the line.
-    std::size_t at = text.rfind(')');
-    std::vector<std::string> fields;
-    for (std::size_t i = at + 2; i < text.size();) {
-      const std::size_t end = std::min(text.find(' ', i), text.size());
-      fields.push_back(text.substr(i, end - i));
-      i = end + 1;
-    }
-    if (fields.size() < 13) return 0;
-    return static_cast<double>(std::stoull(fields[11]) + std::stoull(fields[12])) /
-           static_cast<double>(sysconf(_SC_CLK_TCK));
-  }
-
-  // Starts measuring the peak resident set (VmHWM) afresh.
-  void ResetPeak() const {
-    std::ofstream("/proc/" + std::to_string(pid_) + "/clear_refs") << "5";
-  }
-
-  int Stop() {
-    kill(pid_, SIGTERM);
-    int status = 0;
-    waitpid(pid_, &status, 0);
-    pid_ = 0;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-  }
-
- private:
-  pid_t pid_ = 0;
-  std::string url_;
-};
+// Starts measuring the peak resident set (VmHWM) of `pid` afresh.
+void ResetPeak(pid_t pid) { std::ofstream("/proc/" + std::to_string(pid) + "/clear_refs") << "5"; }
 
 // Incompressible bytes (xorshift), as a compressed drawing would be.
 std::vector<unsigned char> MakeDrawing(std::size_t size) {
@@ -191,7 +130,7 @@ int Run(const Options& options) {
     }
   } cleanup{dir};
 
-  ServerProcess server(options.server, dir / "bench.db");
+  fx::bench::DevServerProcess server(options.server, dir / "bench.db");
   const std::size_t size = static_cast<std::size_t>(options.mb) << 20;
   std::vector<unsigned char> drawing = MakeDrawing(size);
   const std::uint64_t idle_rss = server.Memory("VmRSS:");
@@ -209,8 +148,8 @@ int Run(const Options& options) {
     upload.floor_id = kFloor;
     upload.drawing_file = drawing;
     upload.binary_format = "DXF";
-    server.ResetPeak();
-    double cpu = server.CpuSeconds();
+    ResetPeak(server.pid());
+    double cpu = CpuSeconds(server.pid());
     auto start = Clock::now();
     int result = fx::server::UploadDrawing(server_key, upload);
     if (result != 0) {
@@ -218,13 +157,13 @@ int Run(const Options& options) {
                                fx::server::CallErrorDetails(server_key, result, "send_to"));
     }
     up.push_back(std::chrono::duration<double>(Clock::now() - start).count());
-    cpu_up += server.CpuSeconds() - cpu;
+    cpu_up += CpuSeconds(server.pid()) - cpu;
     peak_up = std::max(peak_up, server.Memory("VmHWM:"));
     fx::server::GetClient(server_key)->destroy();
 
     std::span<const unsigned char> received;
-    server.ResetPeak();
-    cpu = server.CpuSeconds();
+    ResetPeak(server.pid());
+    cpu = CpuSeconds(server.pid());
     start = Clock::now();
     result = fx::server::DownloadDrawingFile(server_key, kFloor, received);
     if (result != 0) {
@@ -232,7 +171,7 @@ int Run(const Options& options) {
                                fx::server::CallErrorDetails(server_key, result, "open_from"));
     }
     down.push_back(std::chrono::duration<double>(Clock::now() - start).count());
-    cpu_down += server.CpuSeconds() - cpu;
+    cpu_down += CpuSeconds(server.pid()) - cpu;
     peak_down = std::max(peak_down, server.Memory("VmHWM:"));
     if (round == 0 && !std::equal(received.begin(), received.end(), drawing.begin(), drawing.end())) {
       throw std::runtime_error("the drawing read back differs from the one stored");

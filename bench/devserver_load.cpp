@@ -36,6 +36,7 @@
 #include <thread>
 #include <vector>
 
+#include "dev_server_process.h"
 #include "server/service_calls.h"
 
 extern char** environ;
@@ -113,73 +114,16 @@ int Run(std::vector<std::string> args, const fs::path& log) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
 
-// The server as a child process, its request log in a file, stopped with
-// SIGTERM.
-class ServerProcess {
- public:
-  ServerProcess(const std::string& program, const fs::path& folder) : log_(folder / "server.log") {
-    int out[2];
-    if (pipe(out) != 0) throw std::runtime_error("pipe failed");
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, out[1], STDOUT_FILENO);
-    posix_spawn_file_actions_addclose(&actions, out[0]);
-    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, log_.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-    std::vector<std::string> args = {program, "--db", (folder / "vantory.db").string(), "--seed-demo",
-                                     "--port", "0"};
-    std::vector<char*> argv;
-    for (std::string& arg : args) argv.push_back(arg.data());
-    argv.push_back(nullptr);
-    const int rc = posix_spawn(&pid_, program.c_str(), &actions, nullptr, argv.data(), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    close(out[1]);
-    if (rc != 0) throw std::runtime_error("cannot start " + program + ": " + std::strerror(rc));
-    std::string line;
-    char c = 0;
-    while (read(out[0], &c, 1) == 1 && c != '\n') line += c;
-    close(out[0]);
-    const auto at = line.find("listening on ");
-    if (at == std::string::npos) throw std::runtime_error("the server did not start: " + line);
-    url_ = line.substr(at + 13);
+// Lines of the request log ("YYYY-MM-DD hh:mm:ss what"): one a request,
+// but for the server's own stopping lines.
+int Requests(const fs::path& log_path) {
+  std::ifstream log(log_path);
+  int count = 0;
+  for (std::string line; std::getline(log, line);) {
+    count += line.size() > 20 && line[4] == '-' && line[13] == ':' && line.find(" stopp") == std::string::npos;
   }
-  ~ServerProcess() { Stop(); }
-
-  const std::string& url() const { return url_; }
-
-  // A field of /proc/PID/status in bytes (VmRSS, VmHWM).
-  std::uint64_t Memory(const char* field) const {
-    std::ifstream status("/proc/" + std::to_string(pid_) + "/status");
-    for (std::string line; std::getline(status, line);) {
-      if (line.rfind(field, 0) == 0) return std::strtoull(line.c_str() + std::strlen(field) + 1, nullptr, 10) * 1024;
-    }
-    return 0;
-  }
-
-  // Lines of the request log ("YYYY-MM-DD hh:mm:ss what"): one a request,
-  // but for the server's own stopping lines.
-  int Requests() const {
-    std::ifstream log(log_);
-    int count = 0;
-    for (std::string line; std::getline(log, line);) {
-      count += line.size() > 20 && line[4] == '-' && line[13] == ':' && line.find(" stopp") == std::string::npos;
-    }
-    return count;
-  }
-
-  int Stop() {
-    if (pid_ <= 0) return -1;
-    kill(pid_, SIGTERM);
-    int status = 0;
-    waitpid(pid_, &status, 0);
-    pid_ = 0;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-  }
-
- private:
-  pid_t pid_ = 0;
-  std::string url_;
-  fs::path log_;
-};
+  return count;
+}
 
 struct Tally {
   std::mutex mutex;
@@ -307,7 +251,7 @@ int Main(const Options& options) {
     throw std::runtime_error("analyze failed: " + ReadFile(work / "analyze.log"));
   }
 
-  ServerProcess server(options.server, work);
+  fx::bench::DevServerProcess server(options.server, work / "vantory.db", work / "server.log");
   std::vector<fx::server::BuildingEntry> buildings;
   if (fx::server::ListBuildingsAndFloors(server.url(), buildings) != 0 || buildings.empty()) {
     throw std::runtime_error("the server lists no building");
@@ -342,7 +286,7 @@ int Main(const Options& options) {
   sampler.join();
   peak_rss = std::max(peak_rss, server.Memory("VmHWM:"));
   server.Stop();
-  const int requests = server.Requests();
+  const int requests = Requests(work / "server.log");
 
   Tally& tally = load.tally();
   const bool temp_empty = fs::is_empty(work / "temp");
