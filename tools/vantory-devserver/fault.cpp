@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "connection.h"
+#include "fault_service.h"
 #include "request_log.h"
 #include "server.h"
 #include "stdsoap2.h"

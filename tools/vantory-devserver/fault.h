@@ -21,8 +21,6 @@
 #include <string>
 #include <vector>
 
-#include "drawing_service.h"
-
 struct soap;
 
 namespace fx::devserver {
@@ -41,21 +39,6 @@ std::optional<FaultConfig> ParseFault(const std::string& text);
 // the request (its answer may then be cut or slowed); anything else: the
 // request was answered (or dropped) here, and that is the serving's result.
 int InjectFault(struct soap* soap, const FaultConfig& fault, const std::string& name);
-
-// The drawing service with the fault injected after each request's
-// operation is read from the envelope.
-class FaultInjectingService : public DrawingService {
- public:
-  FaultInjectingService(struct soap* context, Storage& storage, RequestLog& log,
-                        const FaultConfig& fault)
-      : DrawingService(context, storage, log), fault_(fault) {}
-
-  using DrawingService::dispatch;
-  int dispatch() override;
-
- private:
-  const FaultConfig& fault_;
-};
 
 }  // namespace fx::devserver
 

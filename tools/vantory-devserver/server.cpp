@@ -15,7 +15,7 @@
 
 #include "connection.h"
 #include "drawing_service.h"
-#include "fault.h"
+#include "fault_service.h"
 #include "mime_stream.h"
 #include "request_log.h"
 #include "rest_endpoint.h"
