@@ -189,5 +189,20 @@ TEST(TruncatedInput, CutInsideALastValueKeepsTheAddedRecordsOnTheirOwnLines) {
   EXPECT_GT(cuts, 900u);
 }
 
+// A file with "\r\n" line ends cut between the two: the "\r" stays, only "\n" is added.
+TEST(TruncatedInput, CutBetweenCarriageReturnAndLineFeedReadsBack) {
+  std::string crlf;
+  for (char c : ReadFileBytes(TestDataPath("../rooms/locked.dxf"))) crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
+  for (size_t end = crlf.find('\n', 100); end != std::string::npos; end = crlf.find('\n', end + 1)) {
+    LoadError error;
+    const std::unique_ptr<Document> recovered =
+        Document::Parse(crlf.substr(0, end), "cut.dxf", &error, nullptr, DamagedFile::kRecover);
+    if (!recovered) continue;
+    std::string written;
+    ASSERT_TRUE(WriteTo(*recovered, &written).ok());
+    ASSERT_TRUE(Document::Parse(written, "recovered.dxf", &error)) << "cut at byte " << end << ": " << error.message;
+  }
+}
+
 }  // namespace
 }  // namespace fx::dxf

@@ -100,7 +100,9 @@ Status WriteTo(const Document& doc, ByteSink& sink, std::optional<Encoding> as_e
       // A text file cut inside its last value leaves that record without its line end;
       // a record added after it (by recovering, say) must still start on a line of its own.
       if (target == Encoding::kAscii && !bytes.ends_with('\n') && doc.next(id) != kNoRecord) {
-        if (!original.Flush() || !sink.Append(doc.ascii_style().crlf ? "\r\n" : "\n")) {
+        // A cut between "\r" and "\n" leaves only the "\n" to add.
+        const char* line_end = bytes.ends_with('\r') || !doc.ascii_style().crlf ? "\n" : "\r\n";
+        if (!original.Flush() || !sink.Append(line_end)) {
           return write_failed;
         }
       }
