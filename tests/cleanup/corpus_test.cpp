@@ -8,7 +8,7 @@
 
 #include "app/cleanup_commands.h"
 #include "cleanup_fixture.h"
-#include "tests/host_db/corpus.h"
+#include "corpus.h"
 
 namespace fx::cleanup_test {
 namespace {

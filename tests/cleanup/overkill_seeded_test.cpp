@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "cleanup_fixture.h"
-#include "tests/host_db/corpus.h"
+#include "corpus.h"
 #include "host/dxf/dxf_values.h"
 
 namespace fx::cleanup_test {

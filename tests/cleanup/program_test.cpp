@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "cleanup_fixture.h"
-#include "tests/host_db/corpus.h"
+#include "corpus.h"
 #include "program_runner.h"
 
 namespace fx::cleanup_test {

@@ -20,7 +20,7 @@
 #include "host/dxf/console/module_registry.h"
 #include "host/dxf/console/terminal.h"
 #include "host/dxf/imp_database.h"
-#include "tests/host_db/corpus.h"
+#include "corpus.h"
 
 namespace {
 

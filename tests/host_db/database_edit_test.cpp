@@ -10,7 +10,7 @@
 
 #include "host/database.h"
 #include "host/dxf/drawing_io.h"
-#include "tests/host_db/corpus.h"
+#include "corpus.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "host/database.h"
 #include "host/dxf/drawing_io.h"
 #include "host/dxf/imp_database.h"
-#include "tests/host_db/corpus.h"
+#include "corpus.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // Runs the real floorxport program and captures what it did.
-#ifndef FLOORXPORT_TESTS_CLI_PROGRAM_RUNNER_H_
-#define FLOORXPORT_TESTS_CLI_PROGRAM_RUNNER_H_
+#ifndef FLOORXPORT_TESTS_SUPPORT_PROGRAM_RUNNER_H_
+#define FLOORXPORT_TESTS_SUPPORT_PROGRAM_RUNNER_H_
 
 #include <string>
 #include <vector>
@@ -47,4 +47,4 @@ class ScopedEnvironmentVariable {
 
 }  // namespace fx::cli_test
 
-#endif  // FLOORXPORT_TESTS_CLI_PROGRAM_RUNNER_H_
+#endif  // FLOORXPORT_TESTS_SUPPORT_PROGRAM_RUNNER_H_

@@ -1,6 +1,6 @@
 // The drawings of the test corpus, for tests that run over all of them.
-#ifndef FLOORXPORT_TESTS_HOST_DB_CORPUS_H_
-#define FLOORXPORT_TESTS_HOST_DB_CORPUS_H_
+#ifndef FLOORXPORT_TESTS_SUPPORT_CORPUS_H_
+#define FLOORXPORT_TESTS_SUPPORT_CORPUS_H_
 
 #include <algorithm>
 #include <cstdlib>
@@ -31,4 +31,4 @@ inline std::vector<std::filesystem::path> CorpusDrawings() {
 
 }  // namespace fx::testing
 
-#endif  // FLOORXPORT_TESTS_HOST_DB_CORPUS_H_
+#endif  // FLOORXPORT_TESTS_SUPPORT_CORPUS_H_

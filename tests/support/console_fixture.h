@@ -1,7 +1,7 @@
 // A console editor on a fake terminal, installed as the current runner, and
 // a command group for test commands that is removed after each test.
-#ifndef FLOORXPORT_TESTS_CONSOLE_CONSOLE_FIXTURE_H_
-#define FLOORXPORT_TESTS_CONSOLE_CONSOLE_FIXTURE_H_
+#ifndef FLOORXPORT_TESTS_SUPPORT_CONSOLE_FIXTURE_H_
+#define FLOORXPORT_TESTS_SUPPORT_CONSOLE_FIXTURE_H_
 
 #include <gtest/gtest.h>
 
@@ -80,4 +80,4 @@ class ConsoleTest : public ::testing::Test {
 
 }  // namespace fx::console
 
-#endif  // FLOORXPORT_TESTS_CONSOLE_CONSOLE_FIXTURE_H_
+#endif  // FLOORXPORT_TESTS_SUPPORT_CONSOLE_FIXTURE_H_
