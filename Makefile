@@ -3,7 +3,7 @@ BUILD ?= build
 CMAKE_FLAGS ?=
 JOBS ?= $(shell nproc)
 
-.PHONY: all setup configure build program test sample bench asan clean
+.PHONY: all setup configure build program test sample bench bench-compare asan clean
 
 all: build
 
@@ -28,6 +28,13 @@ sample: program
 
 bench: build
 	bash scripts/run-bench
+
+# Ours against GDAL and LibreOffice (scripts/setup-peers installs them). Only the
+# markdown report goes to standard output; BENCH_COMPARE_ARGS takes its options.
+bench-compare:
+	@cmake -S . -B $(BUILD) -G Ninja $(CMAKE_FLAGS) >&2
+	@cmake --build $(BUILD) -j $(JOBS) --target floorxport floorgen >&2
+	@/usr/bin/python3 scripts/bench-compare --build $(BUILD) $(BENCH_COMPARE_ARGS)
 
 # Address and undefined-behaviour sanitizers, in their own build tree.
 asan:
