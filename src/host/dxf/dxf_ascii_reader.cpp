@@ -41,9 +41,19 @@ size_t CountLines(const char* begin, const char* end) {
   return count;
 }
 
-// Group code lines hold an integer, usually right-aligned ("  0", " 10", "1001").
+// Group code lines hold an integer, usually right-aligned ("  0", " 10", "1001"). Plain
+// digits are read here; anything else (a sign) is left to from_chars.
 bool ParseGroupCode(std::string_view line, int* code) {
   const std::string_view text = TrimBlanks(line);
+  if (!text.empty() && text.size() <= 5 && text.front() != '-') {
+    int value = 0;
+    for (char c : text) {
+      if (c < '0' || c > '9') return false;
+      value = value * 10 + (c - '0');
+    }
+    *code = value;
+    return value <= 32767;
+  }
   if (text.empty()) return false;
   const char* end = text.data() + text.size();
   const auto [ptr, ec] = std::from_chars(text.data(), end, *code);
@@ -182,8 +192,13 @@ class TagScanner {
   }
 
  private:
+  // Lines are short: a plain loop finds most line ends before a memchr call would start.
   const char* Find(char c, const char* from) const {
-    return static_cast<const char*>(std::memchr(from, c, static_cast<size_t>(end_ - from)));
+    const char* const near_end = end_ - from > 32 ? from + 32 : end_;
+    for (const char* p = from; p < near_end; ++p)
+      if (*p == c) return p;
+    return near_end == end_ ? nullptr
+                            : static_cast<const char*>(std::memchr(near_end, c, static_cast<size_t>(end_ - near_end)));
   }
 
   bool Fail(int64_t line, const std::string& what, LoadError* error) const {

@@ -111,14 +111,6 @@ GroupValueType ValueTypeOf(int code) {
   return kTypeTable[static_cast<size_t>(code)];
 }
 
-std::string_view TrimBlanks(std::string_view text) {
-  size_t begin = 0;
-  size_t end = text.size();
-  while (begin < end && (text[begin] == ' ' || text[begin] == '\t')) ++begin;
-  while (end > begin && (text[end - 1] == ' ' || text[end - 1] == '\t')) --end;
-  return text.substr(begin, end - begin);
-}
-
 std::optional<double> ParseDouble(std::string_view text) {
   const std::string_view body = NumberBody(text);
   if (body.empty()) return std::nullopt;
