@@ -16,6 +16,7 @@ const TagList::Layout& TagList::layout() const {
   if (layout_.known) return layout_;
   Layout& layout = layout_;
   layout.entity_common_known = false;
+  for (DataRange& cached : data_ranges_) cached.size = 0;
   layout.marker_count = 0;
   size_t i = 1;
   for (; i < tags_.size(); ++i) {
@@ -47,6 +48,30 @@ TagList::Range TagList::Subclass(std::string_view marker) const {
     return {at + 1, k + 1 < layout.marker_count ? layout.markers[k + 1] : body.end};
   }
   return {body.end, body.end};
+}
+
+TagList::Range TagList::SubclassData(std::string_view marker) const {
+  layout();  // forgets the kept ranges after an edit
+  for (const DataRange& cached : data_ranges_) {
+    if (cached.size != 0 && cached.size == marker.size() && marker == std::string_view(cached.marker, cached.size)) return cached.range;
+  }
+  Range range = Subclass(marker);
+  const Range body = Body();
+  if (range.begin == body.end) {
+    // A record with markers but not this one (some writers leave markers
+    // out): everything after its entity data.
+    range = {Subclass("AcDbEntity").end, body.end};
+    if (range.begin == body.end) range = body;
+  }
+  if (const size_t embedded = Find(101, range); embedded != kNotFound) range.end = embedded;
+  if (!marker.empty() && marker.size() <= DataRange::kMaxMarkerSize) {
+    DataRange& slot = data_ranges_[next_data_range_];
+    next_data_range_ = static_cast<uint8_t>((next_data_range_ + 1) % kDataRanges);
+    marker.copy(slot.marker, marker.size());
+    slot.size = static_cast<uint8_t>(marker.size());
+    slot.range = range;
+  }
+  return range;
 }
 
 TagList::Range TagList::SubclassByScan(std::string_view marker) const {

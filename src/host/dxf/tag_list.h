@@ -60,6 +60,11 @@ class TagList {
   // R13) answers its whole body; a missing marker answers an empty range at
   // the end of the body.
   Range Subclass(std::string_view marker) const;
+  // The tags of subclass `marker` that belong to the record itself: Subclass(marker), or
+  // for a record that has markers but not this one everything after its AcDbEntity data;
+  // either ending before an embedded object (group 101). Kept for the last few markers asked
+  // for until the next edit.
+  Range SubclassData(std::string_view marker) const;
   // Index of the first tag of extended data (group 1001), or size().
   size_t XDataBegin() const;
 
@@ -109,6 +114,14 @@ class TagList {
     uint32_t markers[kMaxMarkers];
     Range entity_common;
   };
+  // SubclassData answers by marker; the marker is copied, as callers may pass temporaries.
+  struct DataRange {
+    static constexpr size_t kMaxMarkerSize = 30;
+    uint8_t size = 0;  // 0: unused
+    char marker[kMaxMarkerSize];
+    Range range;
+  };
+  static constexpr size_t kDataRanges = 3;
 
   const Layout& layout() const;
   Range SubclassByScan(std::string_view marker) const;
@@ -120,6 +133,8 @@ class TagList {
   std::vector<Tag> edited_;
   bool editing_ = false;
   mutable Layout layout_;
+  mutable DataRange data_ranges_[kDataRanges];
+  mutable uint8_t next_data_range_ = 0;
   std::forward_list<std::string> owned_;  // values set through this list; never move
 };
 
