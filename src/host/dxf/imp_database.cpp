@@ -6,6 +6,7 @@
 #include "host/dxf/dxf_header_variables.h"
 #include "host/dxf/dxf_values.h"
 #include "host/dxf/imp_object.h"
+#include "host/dxf/object_factory.h"
 
 namespace fx::dxf {
 
@@ -85,7 +86,9 @@ AcDbStub* AcDbImpDatabase::NewStub(RecordId record, StubKind kind, AcDbStub* own
     if (by_record_.size() <= record) by_record_.resize(record + 1, nullptr);
     by_record_[record] = &stub;
     auto tags = document_->tags(record);
-    std::string_view hex = fx::dxf::ValueOf(tags, document_->type(record) == "DIMSTYLE" ? 105 : 5);
+    const std::string_view type = document_->type(record);
+    stub.type = fx::dxf::RecordTypeOf(tags[0].value);  // as stored: a padded type opens generic
+    std::string_view hex = fx::dxf::ValueOf(tags, type == "DIMSTYLE" ? 105 : 5);
     AcDbHandle handle(hex);
     if (!handle.isNull() && handle.value() < fx::dxf::kFirstSyntheticHandle) {
       stub.handle = handle;
@@ -109,6 +112,9 @@ AcDbStub* AcDbImpDatabase::SyntheticStub(StubKind kind, std::vector<Tag> tags) {
 
 void AcDbImpDatabase::Index() {
   const fx::dxf::Document& doc = *document_;
+  // Every record but the section markers gets a stub: grow once.
+  by_record_.reserve(doc.record_count());
+  by_handle_.Reserve(doc.record_count());
   std::string_view section;
   fx::dxf::SymbolTable* table = nullptr;
   fx::dxf::BlockContents* block = nullptr;

@@ -36,7 +36,7 @@ Acad::ErrorStatus AcDbImpDatabase::Open(AcDbObject*& object, AcDbStub* stub, AcD
     return Acad::eOnLockedLayer;
   std::string_view table = TableNameOf(stub->owner);
   auto imp = std::make_unique<AcDbImpObject>(stub, mode, std::move(tags));
-  object = fx::dxf::MakeTypedObject(std::move(imp), stub->kind, table);
+  object = fx::dxf::MakeTypedObject(std::move(imp), stub->kind, stub->type, table);
   if (mode == AcDb::kForWrite) stub->writer = true;
   else ++stub->readers;
   return Acad::eOk;
