@@ -20,8 +20,9 @@ std::pair<AcDbStub*, AcDbStub*> HandleIndex::Seal() {
   for (std::vector<Entry>* array : {&real_, &synthetic_}) {
     // Writers mostly give handles in file order: then there is nothing to sort (and no
     // buffer of the array's size to allocate for it).
-    if (!std::is_sorted(array->begin(), array->end(), ByHandle))
+    if (!std::is_sorted(array->begin(), array->end(), ByHandle)) {
       std::stable_sort(array->begin(), array->end(), ByHandle);
+    }
     auto equal = std::adjacent_find(array->begin(), array->end(),
                                     [](const Entry& a, const Entry& b) { return a.first == b.first; });
     if (equal != array->end()) return {equal->second, (equal + 1)->second};
