@@ -23,6 +23,14 @@ enum class StubKind : uint8_t {
   kBlockEnd,     // ENDBLK
 };
 
+// A record's type among those that open as a class of their own, read from its 0-tag once
+// when its stub is made (RecordTypeOf in object_factory.h).
+enum class RecordType : uint8_t {
+  kOther, kLine, kCircle, kArc, kEllipse, kSpline, kLwPolyline, kPolyline, kVertex, kText, kAttrib,
+  kAttdef, kMText, kInsert, kHatch, kSolid, kFace, kPoint, kDimension, kLeader, kXline,
+  kDictionary, kXrecord,
+};
+
 class AcDbStub {
  public:
   AcDbImpDatabase* database = nullptr;
@@ -33,6 +41,7 @@ class AcDbStub {
   // (their owner is read from the record).
   AcDbStub* owner = nullptr;
   StubKind kind = StubKind::kObject;
+  RecordType type = RecordType::kOther;
   bool erased = false;
   // Whether the handle was made up in memory (files that write no handles).
   bool synthetic_handle = false;

@@ -41,9 +41,19 @@ size_t CountLines(const char* begin, const char* end) {
   return count;
 }
 
-// Group code lines hold an integer, usually right-aligned ("  0", " 10", "1001").
+// Group code lines hold an integer, usually right-aligned ("  0", " 10", "1001"). Plain
+// digits are read here; anything else (a sign) is left to from_chars.
 bool ParseGroupCode(std::string_view line, int* code) {
   const std::string_view text = TrimBlanks(line);
+  if (!text.empty() && text.size() <= 5 && text.front() != '-') {
+    int value = 0;
+    for (char c : text) {
+      if (c < '0' || c > '9') return false;
+      value = value * 10 + (c - '0');
+    }
+    *code = value;
+    return value <= 32767;
+  }
   if (text.empty()) return false;
   const char* end = text.data() + text.size();
   const auto [ptr, ec] = std::from_chars(text.data(), end, *code);
@@ -182,8 +192,13 @@ class TagScanner {
   }
 
  private:
+  // Lines are short: a plain loop finds most line ends before a memchr call would start.
   const char* Find(char c, const char* from) const {
-    return static_cast<const char*>(std::memchr(from, c, static_cast<size_t>(end_ - from)));
+    const char* const near_end = end_ - from > 32 ? from + 32 : end_;
+    for (const char* p = from; p < near_end; ++p)
+      if (*p == c) return p;
+    return near_end == end_ ? nullptr
+                            : static_cast<const char*>(std::memchr(near_end, c, static_cast<size_t>(end_ - near_end)));
   }
 
   bool Fail(int64_t line, const std::string& what, LoadError* error) const {
@@ -229,9 +244,9 @@ bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, Da
   const char* const body_begin = bytes.data() + doc.head_size_;
   const char* const body_end = bytes.data() + bytes.size();
 
-  // Every tag is two lines; reserve once, with room for edits.
+  // Every tag is two lines; reserve once (edits never add to this vector).
   const size_t max_tags = CountLines(body_begin, body_end) / 2 + 1;
-  doc.tags_.reserve(max_tags + max_tags / 32 + 64);
+  doc.tags_.reserve(max_tags);
 
   ScanResult scan;
   if (!TagScanner(doc.name(), body_begin, body_end, &doc.tags_, sink, damaged).Run(&scan, error)) {
@@ -255,13 +270,13 @@ bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, Da
     const char* code_line = LineStart(tags[i].value.data() - 1, body_begin);
     if (!doc.records_.empty()) {
       Document::Record& previous = doc.records_.back();
-      previous.tag_count = static_cast<uint32_t>(i - previous.tag_begin);
+      previous.tag_count = static_cast<uint32_t>(&tags[i] - previous.tags);
       previous.original_size = byte_offset(code_line) - previous.original_begin;
     } else {
       doc.prologue_size_ = static_cast<size_t>(code_line - body_begin);
     }
     const auto id = static_cast<RecordId>(doc.records_.size());
-    doc.records_.push_back({.tag_begin = static_cast<uint32_t>(i),
+    doc.records_.push_back({.tags = &tags[i],
                             .tag_count = 0,
                             .next = kNoRecord,
                             .prev = id == 0 ? kNoRecord : id - 1,
@@ -272,7 +287,7 @@ bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, Da
     if (id > 0) doc.records_[id - 1].next = id;
   }
   Document::Record& last = doc.records_.back();
-  last.tag_count = static_cast<uint32_t>(tags.size() - last.tag_begin);
+  last.tag_count = static_cast<uint32_t>(tags.data() + tags.size() - last.tags);
   last.original_size = byte_offset(scan.tail) - last.original_begin;
   doc.first_ = 0;
   doc.last_ = static_cast<RecordId>(doc.records_.size() - 1);

@@ -234,7 +234,8 @@ bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, D
                                          "missing EOF record at end of file");
   }
 
-  doc.tags_.reserve(survey.tag_count + survey.tag_count / 32 + 64);
+  // Exactly: records point into the vector, which must not move, and edits never add to it.
+  doc.tags_.reserve(survey.tag_count);
   doc.records_.reserve(survey.record_count + survey.record_count / 32 + 16);
   BinaryCursor cursor(bytes, start, doc.binary_two_byte_codes_);
   RawTag tag;
@@ -244,14 +245,14 @@ bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, D
       const auto id = static_cast<RecordId>(doc.records_.size());
       if (id > 0) {
         Document::Record& previous = doc.records_.back();
-        previous.tag_count = static_cast<uint32_t>(i - previous.tag_begin);
+        previous.tag_count = static_cast<uint32_t>(doc.tags_.data() + i - previous.tags);
         previous.original_size = static_cast<uint32_t>(tag.offset) - previous.original_begin;
         previous.next = id;
       } else {
         doc.prologue_tag_count_ = i;
         doc.prologue_size_ = tag.offset - start;
       }
-      doc.records_.push_back({.tag_begin = static_cast<uint32_t>(i),
+      doc.records_.push_back({.tags = doc.tags_.data() + i,
                               .tag_count = 0,
                               .next = kNoRecord,
                               .prev = id == 0 ? kNoRecord : id - 1,
@@ -263,7 +264,7 @@ bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, D
     doc.tags_.push_back({tag.code, ValueText(tag, doc.arena_)});
   }
   Document::Record& last = doc.records_.back();
-  last.tag_count = static_cast<uint32_t>(survey.tag_count - last.tag_begin);
+  last.tag_count = static_cast<uint32_t>(doc.tags_.data() + survey.tag_count - last.tags);
   last.original_size = static_cast<uint32_t>(survey.records_end) - last.original_begin;
   doc.first_ = 0;
   doc.last_ = static_cast<RecordId>(doc.records_.size() - 1);

@@ -57,7 +57,7 @@ std::unique_ptr<Document> Document::Parse(std::string bytes, std::string_view na
 }
 
 std::string_view Document::type(RecordId id) const {
-  return TrimBlanks(tags_[records_[id].tag_begin].value);
+  return TrimBlanks(records_[id].tags[0].value);
 }
 
 void Document::UpdateFromHeader(DiagnosticSink* sink) {
@@ -75,31 +75,23 @@ void Document::UpdateFromHeader(DiagnosticSink* sink) {
 
 bool Document::IsValidRecordTags(std::span<const Tag> tags) const {
   return !tags.empty() && tags.front().code == 0 && records_.size() < kNoRecord - 1 &&
-         tags_.size() + tags.size() < UINT32_MAX;
+         tags.size() < UINT32_MAX;
 }
 
-uint32_t Document::AppendTags(std::span<const Tag> tags) {
-  // The caller may pass tags of this document (from tags()); appending can move them.
-  std::vector<Tag> copy;
-  const std::less_equal<const Tag*> at_most;
-  if (!tags.empty() && at_most(tags_.data(), tags.data()) &&
-      at_most(tags.data() + tags.size(), tags_.data() + tags_.size())) {
-    copy.assign(tags.begin(), tags.end());
-    tags = copy;
-  }
-  const auto begin = static_cast<uint32_t>(tags_.size());
-  for (const Tag& tag : tags) {
+const Tag* Document::StoreTags(std::span<const Tag> tags) {
+  auto block = std::make_unique_for_overwrite<Tag[]>(tags.size());
+  for (size_t i = 0; i < tags.size(); ++i) {
+    const Tag& tag = tags[i];
     const bool owned = tag.value.empty() || PointsInto(tag.value, bytes_.data(), bytes_.size()) ||
                        arena_.Contains(tag.value);
-    tags_.push_back({tag.code, owned ? tag.value : arena_.Store(tag.value)});
+    block[i] = {tag.code, owned ? tag.value : arena_.Store(tag.value)};
   }
-  return begin;
+  return edited_tags_.emplace_back(std::move(block)).get();
 }
 
 RecordId Document::NewRecord(std::span<const Tag> tags) {
   const auto id = static_cast<RecordId>(records_.size());
-  const uint32_t tag_begin = AppendTags(tags);
-  records_.push_back({.tag_begin = tag_begin,
+  records_.push_back({.tags = StoreTags(tags),
                       .tag_count = static_cast<uint32_t>(tags.size()),
                       .next = kNoRecord,
                       .prev = kNoRecord,
@@ -134,9 +126,9 @@ void Document::RefreshAfterEdit(std::string_view old_type, std::string_view new_
 bool Document::ReplaceTags(RecordId id, std::span<const Tag> tags) {
   if (!is_live(id) || !IsValidRecordTags(tags)) return false;
   const std::string_view old_type = type(id);
-  const uint32_t tag_begin = AppendTags(tags);
+  const Tag* stored = StoreTags(tags);
   Record& record = records_[id];
-  record.tag_begin = tag_begin;
+  record.tags = stored;
   record.tag_count = static_cast<uint32_t>(tags.size());
   record.original_size = 0;
   RefreshAfterEdit(old_type, type(id));

@@ -41,7 +41,9 @@ struct AsciiStyle {
 //
 // Tag values of records that were not edited are views into the loaded file's bytes, or into
 // the document's arena for decoded binary values. Every string view a document hands out
-// stays valid for the document's life; a span from tags() stays valid until the next edit.
+// stays valid for the document's life, and so does every span from tags(): an edit gives the
+// record new tags and leaves the old ones where they are, so an object opened on them never
+// sees its tags move.
 // Record ids are stable: erasing a record leaves the ids of the others unchanged, and an
 // erased record's next() still leads on, so a loop may erase the record it stands on.
 //
@@ -76,7 +78,7 @@ class Document {
   std::string_view type(RecordId id) const;  // its 0-tag's value without blanks, e.g. "LINE"
   std::span<const Tag> tags(RecordId id) const {
     const Record& record = records_[id];
-    return {tags_.data() + record.tag_begin, record.tag_count};
+    return {record.tags, record.tag_count};
   }
   // False while the record still writes its original bytes.
   bool modified(RecordId id) const { return records_[id].original_size == 0; }
@@ -122,7 +124,7 @@ class Document {
   friend class BinaryReader;
 
   struct Record {
-    uint32_t tag_begin;
+    const Tag* tags;  // in tags_ for records as read, else in a block of edited_tags_
     uint32_t tag_count;
     RecordId next;
     RecordId prev;
@@ -135,8 +137,9 @@ class Document {
   Document(std::string bytes, std::string_view name, Encoding encoding);
 
   bool IsValidRecordTags(std::span<const Tag> tags) const;
-  // Appends copies of `tags` to tags_, returning the index of the first.
-  uint32_t AppendTags(std::span<const Tag> tags);
+  // Copies `tags` into a block of their own, values into the document's storage; returns
+  // the block.
+  const Tag* StoreTags(std::span<const Tag> tags);
   RecordId NewRecord(std::span<const Tag> tags);
   void Link(RecordId id, RecordId before);  // before == kNoRecord: at the end
   // Re-reads $ACADVER and $DWGCODEPAGE; `sink` hears of an unknown code page.
@@ -147,7 +150,8 @@ class Document {
   std::string name_;
   Encoding encoding_;
   Arena arena_;
-  std::vector<Tag> tags_;  // all records' tags, each record a contiguous range
+  std::vector<Tag> tags_;  // the tags as read, each record a contiguous range; never grows
+  std::vector<std::unique_ptr<Tag[]>> edited_tags_;  // one block per edited or added record
   std::vector<Record> records_;
   RecordId first_ = kNoRecord;
   RecordId last_ = kNoRecord;

@@ -57,6 +57,53 @@ std::string_view NumberBody(std::string_view text) {
   return text;
 }
 
+// Exact powers of ten: every one up to 1e22 is a double.
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// The decimal numbers drawing files are full of ("-1234.5678", "0.0", "1e-3"), read without
+// from_chars: with at most 15 significant digits (so the digits are an exact integer below
+// 2^53) and a power of ten of at most 22 (exact too), one multiplication or division gives
+// the correctly rounded result. Anything else, valid or not, answers nullopt and is left to
+// from_chars, which decides.
+std::optional<double> ParseSimpleDecimal(std::string_view text) {
+  const char* p = text.data();
+  const char* const end = p + text.size();
+  const bool negative = p < end && *p == '-';
+  if (negative) ++p;
+  uint64_t digits = 0;
+  int significant = 0;
+  int exponent = 0;
+  bool any_digit = false;
+  for (; p < end && *p >= '0' && *p <= '9'; ++p, any_digit = true) {
+    if (digits == 0 && *p == '0') continue;
+    digits = digits * 10 + static_cast<uint64_t>(*p - '0');
+    ++significant;
+  }
+  if (p < end && *p == '.') {
+    for (++p; p < end && *p >= '0' && *p <= '9'; ++p, any_digit = true) {
+      --exponent;
+      if (digits == 0 && *p == '0') continue;
+      digits = digits * 10 + static_cast<uint64_t>(*p - '0');
+      ++significant;
+    }
+  }
+  if (!any_digit || significant > 15) return std::nullopt;
+  if (p < end && (*p == 'e' || *p == 'E')) {
+    ++p;
+    const bool exponent_negative = p < end && *p == '-';
+    if (p < end && (*p == '-' || *p == '+')) ++p;
+    if (p == end || end - p > 3) return std::nullopt;
+    int written = 0;
+    for (; p < end && *p >= '0' && *p <= '9'; ++p) written = written * 10 + (*p - '0');
+    exponent += exponent_negative ? -written : written;
+  }
+  if (p != end || exponent < -22 || exponent > 22) return std::nullopt;
+  double value = static_cast<double>(digits);
+  value = exponent < 0 ? value / kPowersOfTen[-exponent] : value * kPowersOfTen[exponent];
+  return negative ? -value : value;
+}
+
 }  // namespace
 
 GroupValueType ValueTypeOf(int code) {
@@ -64,17 +111,10 @@ GroupValueType ValueTypeOf(int code) {
   return kTypeTable[static_cast<size_t>(code)];
 }
 
-std::string_view TrimBlanks(std::string_view text) {
-  size_t begin = 0;
-  size_t end = text.size();
-  while (begin < end && (text[begin] == ' ' || text[begin] == '\t')) ++begin;
-  while (end > begin && (text[end - 1] == ' ' || text[end - 1] == '\t')) --end;
-  return text.substr(begin, end - begin);
-}
-
 std::optional<double> ParseDouble(std::string_view text) {
   const std::string_view body = NumberBody(text);
   if (body.empty()) return std::nullopt;
+  if (const std::optional<double> simple = ParseSimpleDecimal(body)) return simple;
   double value = 0;
   const char* end = body.data() + body.size();
   const auto [ptr, ec] = std::from_chars(body.data(), end, value);

@@ -34,8 +34,15 @@ inline bool IsNumeric(GroupValueType type) {
          type == GroupValueType::kBool;
 }
 
-// Blanks are spaces and tabs; files pad numbers with them ("    70" / "     0").
-std::string_view TrimBlanks(std::string_view text);
+// Blanks are spaces and tabs; files pad numbers with them ("    70" / "     0"). Inline: the
+// reader and every open call it on values that mostly have none.
+inline std::string_view TrimBlanks(std::string_view text) {
+  size_t begin = 0;
+  size_t end = text.size();
+  while (begin < end && (text[begin] == ' ' || text[begin] == '\t')) ++begin;
+  while (end > begin && (text[end - 1] == ' ' || text[end - 1] == '\t')) --end;
+  return text.substr(begin, end - begin);
+}
 
 // Number parsing for tag values: surrounding blanks and a leading '+' are accepted, anything
 // else that is not part of the number makes the result empty.

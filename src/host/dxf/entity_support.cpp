@@ -20,19 +20,7 @@ DrawWarningHandler& WarningHandler() {
 
 }  // namespace
 
-Range DataOf(const TagList& tags, std::string_view marker) {
-  Range range = tags.Subclass(marker);
-  Range body = tags.Body();
-  if (range.begin == body.end) {
-    // A record with markers but not this one (some writers leave markers
-    // out): everything after its entity data.
-    range = {tags.Subclass("AcDbEntity").end, body.end};
-    if (range.begin == body.end) range = body;
-  }
-  size_t embedded = tags.Find(101, range);
-  if (embedded != TagList::kNotFound) range.end = embedded;
-  return range;
-}
+Range DataOf(const TagList& tags, std::string_view marker) { return tags.SubclassData(marker); }
 
 AcGeVector3d ReadNormal(const TagList& tags, Range range) {
   AcGeVector3d normal = tags.GetPoint(210, range, {0, 0, 1}) - AcGePoint3d::kOrigin;

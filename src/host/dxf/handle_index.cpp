@@ -11,12 +11,18 @@ bool ByHandle(const std::pair<uint64_t, AcDbStub*>& a, const std::pair<uint64_t,
 
 }  // namespace
 
+void HandleIndex::Reserve(size_t objects) { real_.reserve(objects); }
+
 void HandleIndex::Add(AcDbStub* stub) { ArrayFor(stub).emplace_back(stub->handle.value(), stub); }
 
 std::pair<AcDbStub*, AcDbStub*> HandleIndex::Seal() {
   // Stable, so that of two equal handles the one read first comes first.
   for (std::vector<Entry>* array : {&real_, &synthetic_}) {
-    std::stable_sort(array->begin(), array->end(), ByHandle);
+    // Writers mostly give handles in file order: then there is nothing to sort (and no
+    // buffer of the array's size to allocate for it).
+    if (!std::is_sorted(array->begin(), array->end(), ByHandle)) {
+      std::stable_sort(array->begin(), array->end(), ByHandle);
+    }
     auto equal = std::adjacent_find(array->begin(), array->end(),
                                     [](const Entry& a, const Entry& b) { return a.first == b.first; });
     if (equal != array->end()) return {equal->second, (equal + 1)->second};

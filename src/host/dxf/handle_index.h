@@ -9,6 +9,7 @@
 #error "host/dxf belongs to the headless host; plug-in code uses the host API in host/"
 #endif
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -22,6 +23,8 @@ inline constexpr uint64_t kFirstSyntheticHandle = uint64_t{1} << 62;
 
 class HandleIndex {
  public:
+  // Room for `objects` handles read from the file, before they are added.
+  void Reserve(size_t objects);
   // While a drawing is indexed: stubs in any order; nothing is found until Seal.
   void Add(AcDbStub* stub);
   // Sorts what was added. When two stubs share a handle, returns them (the

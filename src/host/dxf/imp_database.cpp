@@ -6,6 +6,7 @@
 #include "host/dxf/dxf_header_variables.h"
 #include "host/dxf/dxf_values.h"
 #include "host/dxf/imp_object.h"
+#include "host/dxf/object_factory.h"
 
 namespace fx::dxf {
 
@@ -13,6 +14,28 @@ std::string FoldCase(std::string_view name) {
   std::string folded(TrimBlanks(name));
   for (char& c : folded) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
   return folded;
+}
+
+namespace {
+
+char FoldChar(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
+}  // namespace
+
+size_t FoldedNameHash::operator()(std::string_view name) const {
+  // FNV-1a over the folded bytes.
+  uint64_t hash = 14695981039346656037ULL;
+  for (char c : TrimBlanks(name)) hash = (hash ^ static_cast<unsigned char>(FoldChar(c))) * 1099511628211ULL;
+  return static_cast<size_t>(hash);
+}
+
+bool FoldedNameEqual::operator()(std::string_view a, std::string_view b) const {
+  a = TrimBlanks(a);
+  b = TrimBlanks(b);
+  if (a.size() != b.size()) return false;
+  for (size_t i = 0; i < a.size(); ++i)
+    if (FoldChar(a[i]) != FoldChar(b[i])) return false;
+  return true;
 }
 
 namespace {
@@ -63,7 +86,9 @@ AcDbStub* AcDbImpDatabase::NewStub(RecordId record, StubKind kind, AcDbStub* own
     if (by_record_.size() <= record) by_record_.resize(record + 1, nullptr);
     by_record_[record] = &stub;
     auto tags = document_->tags(record);
-    std::string_view hex = fx::dxf::ValueOf(tags, document_->type(record) == "DIMSTYLE" ? 105 : 5);
+    const std::string_view type = document_->type(record);
+    stub.type = fx::dxf::RecordTypeOf(tags[0].value);  // as stored: a padded type opens generic
+    std::string_view hex = fx::dxf::ValueOf(tags, type == "DIMSTYLE" ? 105 : 5);
     AcDbHandle handle(hex);
     if (!handle.isNull() && handle.value() < fx::dxf::kFirstSyntheticHandle) {
       stub.handle = handle;
@@ -87,6 +112,9 @@ AcDbStub* AcDbImpDatabase::SyntheticStub(StubKind kind, std::vector<Tag> tags) {
 
 void AcDbImpDatabase::Index() {
   const fx::dxf::Document& doc = *document_;
+  // Every record but the section markers gets a stub: grow once.
+  by_record_.reserve(doc.record_count());
+  by_handle_.Reserve(doc.record_count());
   std::string_view section;
   fx::dxf::SymbolTable* table = nullptr;
   fx::dxf::BlockContents* block = nullptr;
@@ -240,19 +268,27 @@ fx::dxf::BlockContents* AcDbImpDatabase::BlockOf(const AcDbStub* block_record) {
   return it == block_of_record_.end() ? nullptr : it->second;
 }
 
+std::string_view AcDbImpDatabase::TableNameOf(const AcDbStub* table_stub) {
+  if (table_stub == nullptr || table_stub->kind != StubKind::kTable) return {};
+  for (const fx::dxf::SymbolTable& table : tables_) {
+    if (table.stub == table_stub) return FindTable(table.name) == &table ? std::string_view(table.name) : std::string_view();
+  }
+  return {};
+}
+
 AcDbStub* AcDbImpDatabase::FindSymbol(std::string_view table_name, std::string_view name) {
   fx::dxf::SymbolTable* table = FindTable(table_name);
   if (table == nullptr) return nullptr;
-  auto it = table->by_name.find(fx::dxf::FoldCase(name));
+  auto it = table->by_name.find(name);
   return it == table->by_name.end() || it->second->erased ? nullptr : it->second;
 }
 
 fx::dxf::TagList AcDbImpDatabase::TagsOf(const AcDbStub* stub) const {
   if (stub->record == kNoRecord) {
     auto it = synthetic_tags_.find(stub);
-    return it == synthetic_tags_.end() ? fx::dxf::TagList() : fx::dxf::TagList(it->second);
+    return it == synthetic_tags_.end() ? fx::dxf::TagList() : fx::dxf::TagList::View(it->second);
   }
-  return fx::dxf::TagList(document_->tags(stub->record));
+  return fx::dxf::TagList::View(document_->tags(stub->record));
 }
 
 std::vector<AcDbStub*> AcDbImpDatabase::SubEntities(const AcDbStub* parent) const {

@@ -24,13 +24,25 @@
 
 namespace fx::dxf {
 
+// Symbol names hashed and compared as FoldCase makes them equal (blanks trimmed, ASCII
+// letters folded), so that a name as a record stores it finds its entry without a copy.
+struct FoldedNameHash {
+  using is_transparent = void;
+  size_t operator()(std::string_view name) const;
+};
+struct FoldedNameEqual {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const;
+};
+
 // A symbol table: its TABLE record, its ENDTAB, its entries in order.
 struct SymbolTable {
   std::string name;  // "LAYER", "BLOCK_RECORD", ...
   AcDbStub* stub = nullptr;
   RecordId end = kNoRecord;  // ENDTAB: new entries go before it
   std::vector<AcDbStub*> entries;
-  std::unordered_map<std::string, AcDbStub*> by_name;  // lower-case names
+  // Keys are lower-case names (FoldCase); any spelling of a name finds them.
+  std::unordered_map<std::string, AcDbStub*, FoldedNameHash, FoldedNameEqual> by_name;
 };
 
 // A block definition: the records between BLOCK and ENDBLK, or for model
@@ -64,13 +76,17 @@ class AcDbImpDatabase {
   AcDbStub* FindHandle(AcDbHandle handle) const;
   AcDbStub* StubOf(fx::dxf::RecordId record) const;
   fx::dxf::SymbolTable* FindTable(std::string_view name);
+  // The name of the table whose TABLE record `table_stub` stands for, as FindTable finds it;
+  // empty for anything else.
+  std::string_view TableNameOf(const AcDbStub* table_stub);
   fx::dxf::BlockContents* BlockOf(const AcDbStub* block_record);
   AcDbStub* FindSymbol(std::string_view table, std::string_view name);
   AcDbStub* model_space() const { return model_space_; }
   AcDbStub* named_objects_dictionary() const { return named_objects_; }
   fx::dxf::RecordId header_record() const { return header_; }
 
-  // The working tags of a stub (synthetic stubs have tags made in memory).
+  // The working tags of a stub (synthetic stubs have tags made in memory), read in place
+  // until their first edit.
   fx::dxf::TagList TagsOf(const AcDbStub* stub) const;
   // Sub-entities of an INSERT or POLYLINE (ATTRIB, VERTEX; not SEQEND).
   std::vector<AcDbStub*> SubEntities(const AcDbStub* parent) const;

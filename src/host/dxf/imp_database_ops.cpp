@@ -15,16 +15,6 @@ namespace {
 
 constexpr int64_t kLayerLocked = 4;
 
-std::string_view TableNameOf(AcDbImpDatabase& db, const AcDbStub* table_stub) {
-  if (table_stub == nullptr) return {};
-  for (std::string_view name : {"LAYER", "BLOCK_RECORD", "VPORT", "APPID", "LTYPE", "STYLE", "VIEW",
-                                "UCS", "DIMSTYLE"}) {
-    fx::dxf::SymbolTable* table = db.FindTable(name);
-    if (table != nullptr && table->stub == table_stub) return name;
-  }
-  return {};
-}
-
 bool OnLockedLayer(AcDbImpDatabase& db, const fx::dxf::TagList& tags) {
   AcDbStub* layer = db.FindSymbol("LAYER", tags.GetString(8, tags.Body(), "0"));
   if (layer == nullptr) return false;
@@ -44,9 +34,9 @@ Acad::ErrorStatus AcDbImpDatabase::Open(AcDbObject*& object, AcDbStub* stub, AcD
   fx::dxf::TagList tags = TagsOf(stub);
   if (mode == AcDb::kForWrite && stub->kind == StubKind::kEntity && OnLockedLayer(*this, tags))
     return Acad::eOnLockedLayer;
-  std::string_view table = TableNameOf(*this, stub->owner);
+  std::string_view table = TableNameOf(stub->owner);
   auto imp = std::make_unique<AcDbImpObject>(stub, mode, std::move(tags));
-  object = fx::dxf::MakeTypedObject(std::move(imp), stub->kind, table);
+  object = fx::dxf::MakeTypedObject(std::move(imp), stub->kind, stub->type, table);
   if (mode == AcDb::kForWrite) stub->writer = true;
   else ++stub->readers;
   return Acad::eOk;

@@ -8,33 +8,57 @@
 namespace fx::dxf {
 namespace {
 
-AcDbObject* MakeEntity(std::unique_ptr<AcDbImpObject> imp) {
-  std::string_view type = imp->type();
-  if (type == "LINE") return new AcDbLine(std::move(imp));
-  if (type == "CIRCLE") return new AcDbCircle(std::move(imp));
-  if (type == "ARC") return new AcDbArc(std::move(imp));
-  if (type == "ELLIPSE") return new AcDbEllipse(std::move(imp));
-  if (type == "SPLINE") return new AcDbSpline(std::move(imp));
-  if (type == "LWPOLYLINE") return new AcDbPolyline(std::move(imp));
-  if (type == "POLYLINE") return new AcDb2dPolyline(std::move(imp));
-  if (type == "VERTEX") {
-    // Flag 32 marks the vertex of a 3D polyline.
-    int64_t flags = imp->tags().GetInt(70, imp->tags().Body(), 0);
-    if (flags & 32) return new AcDb3dPolylineVertex(std::move(imp));
-    return new AcDb2dVertex(std::move(imp));
+struct TypeName {
+  std::string_view name;
+  RecordType type;
+};
+
+constexpr TypeName kTypeNames[] = {
+    {"LINE", RecordType::kLine},         {"CIRCLE", RecordType::kCircle},
+    {"ARC", RecordType::kArc},           {"ELLIPSE", RecordType::kEllipse},
+    {"SPLINE", RecordType::kSpline},     {"LWPOLYLINE", RecordType::kLwPolyline},
+    {"POLYLINE", RecordType::kPolyline}, {"VERTEX", RecordType::kVertex},
+    {"TEXT", RecordType::kText},         {"ATTRIB", RecordType::kAttrib},
+    {"ATTDEF", RecordType::kAttdef},     {"MTEXT", RecordType::kMText},
+    {"INSERT", RecordType::kInsert},     {"HATCH", RecordType::kHatch},
+    {"SOLID", RecordType::kSolid},       {"TRACE", RecordType::kSolid},
+    {"3DFACE", RecordType::kFace},       {"POINT", RecordType::kPoint},
+    {"DIMENSION", RecordType::kDimension}, {"LEADER", RecordType::kLeader},
+    {"XLINE", RecordType::kXline},       {"RAY", RecordType::kXline},
+    {"DICTIONARY", RecordType::kDictionary}, {"XRECORD", RecordType::kXrecord},
+};
+
+AcDbObject* MakeEntity(std::unique_ptr<AcDbImpObject> imp, RecordType type) {
+  switch (type) {
+    case RecordType::kLine: return new AcDbLine(std::move(imp));
+    case RecordType::kCircle: return new AcDbCircle(std::move(imp));
+    case RecordType::kArc: return new AcDbArc(std::move(imp));
+    case RecordType::kEllipse: return new AcDbEllipse(std::move(imp));
+    case RecordType::kSpline: return new AcDbSpline(std::move(imp));
+    case RecordType::kLwPolyline: return new AcDbPolyline(std::move(imp));
+    case RecordType::kPolyline: return new AcDb2dPolyline(std::move(imp));
+    case RecordType::kVertex: {
+      // Flag 32 marks the vertex of a 3D polyline.
+      int64_t flags = imp->tags().GetInt(70, imp->tags().Body(), 0);
+      if (flags & 32) return new AcDb3dPolylineVertex(std::move(imp));
+      return new AcDb2dVertex(std::move(imp));
+    }
+    case RecordType::kText: return new AcDbText(std::move(imp));
+    case RecordType::kAttrib: return new AcDbAttribute(std::move(imp));
+    case RecordType::kAttdef: return new AcDbAttributeDefinition(std::move(imp));
+    case RecordType::kMText: return new AcDbMText(std::move(imp));
+    case RecordType::kInsert: return new AcDbBlockReference(std::move(imp));
+    case RecordType::kHatch: return new AcDbHatch(std::move(imp));
+    case RecordType::kSolid: return new AcDbSolid(std::move(imp));
+    case RecordType::kFace: return new AcDbFace(std::move(imp));
+    case RecordType::kPoint: return new AcDbPoint(std::move(imp));
+    case RecordType::kDimension: return new AcDbDimension(std::move(imp));
+    case RecordType::kLeader: return new AcDbLeader(std::move(imp));
+    case RecordType::kXline: return new AcDbXline(std::move(imp));
+    case RecordType::kOther:
+    case RecordType::kDictionary:
+    case RecordType::kXrecord: break;
   }
-  if (type == "TEXT") return new AcDbText(std::move(imp));
-  if (type == "ATTRIB") return new AcDbAttribute(std::move(imp));
-  if (type == "ATTDEF") return new AcDbAttributeDefinition(std::move(imp));
-  if (type == "MTEXT") return new AcDbMText(std::move(imp));
-  if (type == "INSERT") return new AcDbBlockReference(std::move(imp));
-  if (type == "HATCH") return new AcDbHatch(std::move(imp));
-  if (type == "SOLID" || type == "TRACE") return new AcDbSolid(std::move(imp));
-  if (type == "3DFACE") return new AcDbFace(std::move(imp));
-  if (type == "POINT") return new AcDbPoint(std::move(imp));
-  if (type == "DIMENSION") return new AcDbDimension(std::move(imp));
-  if (type == "LEADER") return new AcDbLeader(std::move(imp));
-  if (type == "XLINE" || type == "RAY") return new AcDbXline(std::move(imp));
   return new AcDbEntity(std::move(imp));
 }
 
@@ -50,9 +74,16 @@ AcDbObject* MakeTableRecord(std::unique_ptr<AcDbImpObject> imp, std::string_view
 
 }  // namespace
 
-AcDbObject* MakeTypedObject(std::unique_ptr<AcDbImpObject> imp, StubKind kind, std::string_view table) {
+RecordType RecordTypeOf(std::string_view type) {
+  for (const TypeName& entry : kTypeNames)
+    if (entry.name.size() == type.size() && entry.name == type) return entry.type;
+  return RecordType::kOther;
+}
+
+AcDbObject* MakeTypedObject(std::unique_ptr<AcDbImpObject> imp, StubKind kind, RecordType type,
+                            std::string_view table) {
   switch (kind) {
-    case StubKind::kEntity: return MakeEntity(std::move(imp));
+    case StubKind::kEntity: return MakeEntity(std::move(imp), type);
     case StubKind::kTable: return new AcDbSymbolTable(std::move(imp));
     case StubKind::kTableRecord: return MakeTableRecord(std::move(imp), table);
     case StubKind::kBlockBegin:
@@ -62,9 +93,8 @@ AcDbObject* MakeTypedObject(std::unique_ptr<AcDbImpObject> imp, StubKind kind, s
     case StubKind::kBlockEnd: return new AcDbObject(std::move(imp));
     case StubKind::kObject: break;
   }
-  std::string_view type = imp->type();
-  if (type == "DICTIONARY") return new AcDbDictionary(std::move(imp));
-  if (type == "XRECORD") return new AcDbXrecord(std::move(imp));
+  if (type == RecordType::kDictionary) return new AcDbDictionary(std::move(imp));
+  if (type == RecordType::kXrecord) return new AcDbXrecord(std::move(imp));
   return new AcDbObject(std::move(imp));
 }
 

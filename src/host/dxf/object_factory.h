@@ -8,14 +8,20 @@
 #endif
 
 #include <memory>
+#include <string_view>
 
 #include "host/db_object.h"
 #include "host/dxf/db_stub.h"
 
 namespace fx::dxf {
 
-// `table` names the table of a table record ("LAYER"); empty otherwise.
-AcDbObject* MakeTypedObject(std::unique_ptr<AcDbImpObject> imp, StubKind kind, std::string_view table);
+// The type of a record from its 0-tag's value (without blanks): "LINE" is kLine.
+RecordType RecordTypeOf(std::string_view type);
+
+// `type` is the record's (RecordTypeOf its 0-tag); `table` names the table of a table record
+// ("LAYER"), empty otherwise.
+AcDbObject* MakeTypedObject(std::unique_ptr<AcDbImpObject> imp, StubKind kind, RecordType type,
+                            std::string_view table);
 
 }  // namespace fx::dxf
 

@@ -1,39 +1,101 @@
 #include "host/dxf/tag_list.h"
 
+#include <algorithm>
+
 #include "host/dxf/dxf_values.h"
 
 namespace fx::dxf {
 
-size_t TagList::XDataBegin() const {
-  for (size_t i = 1; i < tags_.size(); ++i)
-    if (tags_[i].code == 1001) return i;
-  return tags_.size();
+TagList TagList::View(std::span<const Tag> tags) {
+  TagList list;
+  list.tags_ = tags;
+  return list;
 }
+
+const TagList::Layout& TagList::layout() const {
+  if (layout_.known) return layout_;
+  Layout& layout = layout_;
+  layout.entity_common_known = false;
+  for (DataRange& cached : data_ranges_) cached.size = 0;
+  layout.marker_count = 0;
+  size_t i = 1;
+  for (; i < tags_.size(); ++i) {
+    const int code = tags_[i].code;
+    if (code == 1001) break;
+    if (code != 100 || layout.marker_count > Layout::kMaxMarkers) continue;
+    if (layout.marker_count < Layout::kMaxMarkers) layout.markers[layout.marker_count] = static_cast<uint32_t>(i);
+    ++layout.marker_count;
+  }
+  layout.body_end = static_cast<uint32_t>(std::min(i, tags_.size()));
+  layout.known = true;
+  return layout;
+}
+
+size_t TagList::XDataBegin() const { return layout().body_end; }
 
 TagList::Range TagList::Body() const {
   return {tags_.empty() ? 0 : size_t{1}, XDataBegin()};
 }
 
 TagList::Range TagList::Subclass(std::string_view marker) const {
-  Range body = Body();
-  bool has_markers = false;
+  const Layout& layout = this->layout();
+  const Range body = Body();
+  if (layout.marker_count == 0) return body;
+  if (layout.marker_count > Layout::kMaxMarkers) return SubclassByScan(marker);
+  for (uint8_t k = 0; k < layout.marker_count; ++k) {
+    const size_t at = layout.markers[k];
+    if (TrimBlanks(tags_[at].value) != marker) continue;
+    return {at + 1, k + 1 < layout.marker_count ? layout.markers[k + 1] : body.end};
+  }
+  return {body.end, body.end};
+}
+
+TagList::Range TagList::SubclassData(std::string_view marker) const {
+  layout();  // forgets the kept ranges after an edit
+  for (const DataRange& cached : data_ranges_) {
+    if (cached.size != 0 && cached.size == marker.size() && marker == std::string_view(cached.marker, cached.size)) return cached.range;
+  }
+  Range range = Subclass(marker);
+  const Range body = Body();
+  if (range.begin == body.end) {
+    // A record with markers but not this one (some writers leave markers
+    // out): everything after its entity data.
+    range = {Subclass("AcDbEntity").end, body.end};
+    if (range.begin == body.end) range = body;
+  }
+  if (const size_t embedded = Find(101, range); embedded != kNotFound) range.end = embedded;
+  if (!marker.empty() && marker.size() <= DataRange::kMaxMarkerSize) {
+    DataRange& slot = data_ranges_[next_data_range_];
+    next_data_range_ = static_cast<uint8_t>((next_data_range_ + 1) % kDataRanges);
+    marker.copy(slot.marker, marker.size());
+    slot.size = static_cast<uint8_t>(marker.size());
+    slot.range = range;
+  }
+  return range;
+}
+
+TagList::Range TagList::SubclassByScan(std::string_view marker) const {
+  const Range body = Body();
   for (size_t i = body.begin; i < body.end; ++i) {
-    if (tags_[i].code != 100) continue;
-    has_markers = true;
-    if (TrimBlanks(tags_[i].value) != marker) continue;
+    if (tags_[i].code != 100 || TrimBlanks(tags_[i].value) != marker) continue;
     size_t end = i + 1;
     while (end < body.end && tags_[end].code != 100) ++end;
     return {i + 1, end};
   }
-  return has_markers ? Range{body.end, body.end} : body;
+  return {body.end, body.end};
 }
 
 TagList::Range TagList::EntityCommon() const {
-  const Range entity = Subclass("AcDbEntity");
-  if (Find(8, entity) != kNotFound) return entity;
-  Range body = Body();
-  if (const size_t embedded = Find(101, body); embedded != kNotFound) body.end = embedded;
-  return body;
+  const Layout& layout = this->layout();
+  if (layout.entity_common_known) return layout.entity_common;
+  Range range = Subclass("AcDbEntity");
+  if (Find(8, range) == kNotFound) {
+    range = Body();
+    if (const size_t embedded = Find(101, range); embedded != kNotFound) range.end = embedded;
+  }
+  layout_.entity_common = range;
+  layout_.entity_common_known = true;
+  return range;
 }
 
 size_t TagList::EntityCommonInsertAt() const {
@@ -84,12 +146,22 @@ AcGePoint3d TagList::GetPoint(int code, Range range, const AcGePoint3d& fallback
   return p;
 }
 
-std::string_view TagList::Own(std::string_view value) {
-  owned_.emplace_back(value);
-  return owned_.back();
+std::vector<Tag>& TagList::Edit() {
+  if (!editing_) {
+    edited_.assign(tags_.begin(), tags_.end());
+    editing_ = true;
+  }
+  layout_.known = false;
+  return edited_;
 }
 
-void TagList::SetValue(size_t index, std::string_view value) { tags_[index].value = Own(value); }
+std::string_view TagList::Own(std::string_view value) { return owned_.emplace_front(value); }
+
+void TagList::SetValue(size_t index, std::string_view value) {
+  const std::string_view owned = Own(value);
+  Edit()[index].value = owned;
+  tags_ = edited_;
+}
 
 void TagList::SetString(int code, std::string_view value, Range range) {
   size_t i = Find(code, range);
@@ -122,12 +194,16 @@ void TagList::SetPoint(int code, const AcGePoint3d& point, Range range, bool wit
 }
 
 void TagList::Insert(size_t index, int code, std::string_view value) {
-  tags_.insert(tags_.begin() + static_cast<std::ptrdiff_t>(index), Tag{code, Own(value)});
+  const std::string_view owned = Own(value);
+  std::vector<Tag>& tags = Edit();
+  tags.insert(tags.begin() + static_cast<std::ptrdiff_t>(index), Tag{code, owned});
+  tags_ = edited_;
 }
 
 void TagList::Erase(size_t begin, size_t end) {
-  tags_.erase(tags_.begin() + static_cast<std::ptrdiff_t>(begin),
-              tags_.begin() + static_cast<std::ptrdiff_t>(end));
+  std::vector<Tag>& tags = Edit();
+  tags.erase(tags.begin() + static_cast<std::ptrdiff_t>(begin), tags.begin() + static_cast<std::ptrdiff_t>(end));
+  tags_ = edited_;
 }
 
 void TagList::EraseCode(int code, Range range) {

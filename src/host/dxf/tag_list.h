@@ -1,6 +1,9 @@
 // The working copy of one record's tags while its object is open: typed
 // reads by group code within a subclass, and edits that keep every tag the
-// host does not interpret in place.
+// host does not interpret in place. Opening costs no copy: the list reads
+// the document's tags until its first edit copies them. Where the body ends
+// and where its subclass markers are is found once, on the first read that
+// needs it, and again only after an edit.
 #ifndef FLOORXPORT_HOST_DXF_TAG_LIST_H_
 #define FLOORXPORT_HOST_DXF_TAG_LIST_H_
 
@@ -9,7 +12,7 @@
 #endif
 
 #include <cstdint>
-#include <deque>
+#include <forward_list>
 #include <span>
 #include <string>
 #include <string_view>
@@ -30,14 +33,21 @@ class TagList {
   static constexpr size_t kNotFound = static_cast<size_t>(-1);
 
   TagList() = default;
-  // The views must outlive the list (they point into the document's storage).
-  explicit TagList(std::span<const Tag> tags) : tags_(tags.begin(), tags.end()) {}
-  // Moving keeps the owned values where they are, so views stay valid.
+  // A copy of `tags`. Their values must outlive the list (they point into the document's
+  // storage or literals).
+  explicit TagList(std::span<const Tag> tags) : edited_(tags.begin(), tags.end()), editing_(true) {
+    tags_ = edited_;
+  }
+  // A list reading `tags` in place until its first edit: the tags themselves must stay where
+  // they are for the list's life, as a document's do.
+  static TagList View(std::span<const Tag> tags);
+  // Moving keeps the owned values and the copied tags where they are, so views stay valid.
   TagList(TagList&&) = default;
   TagList& operator=(TagList&&) = default;
   TagList(const TagList&) = delete;
   TagList& operator=(const TagList&) = delete;
 
+  // Valid until the next edit.
   std::span<const Tag> tags() const { return tags_; }
   size_t size() const { return tags_.size(); }
   const Tag& operator[](size_t index) const { return tags_[index]; }
@@ -50,6 +60,11 @@ class TagList {
   // R13) answers its whole body; a missing marker answers an empty range at
   // the end of the body.
   Range Subclass(std::string_view marker) const;
+  // The tags of subclass `marker` that belong to the record itself: Subclass(marker), or
+  // for a record that has markers but not this one everything after its AcDbEntity data;
+  // either ending before an embedded object (group 101). Kept for the last few markers asked
+  // for until the next edit.
+  Range SubclassData(std::string_view marker) const;
   // Index of the first tag of extended data (group 1001), or size().
   size_t XDataBegin() const;
 
@@ -89,10 +104,38 @@ class TagList {
   void Append(int code, std::string_view value) { Insert(tags_.size(), code, value); }
 
  private:
+  // Where the body ends and its subclass markers are (tag indexes).
+  struct Layout {
+    static constexpr size_t kMaxMarkers = 8;
+    bool known = false;
+    bool entity_common_known = false;
+    uint8_t marker_count = 0;  // kMaxMarkers + 1: more than fit, found by a scan
+    uint32_t body_end = 0;
+    uint32_t markers[kMaxMarkers];
+    Range entity_common;
+  };
+  // SubclassData answers by marker; the marker is copied, as callers may pass temporaries.
+  struct DataRange {
+    static constexpr size_t kMaxMarkerSize = 30;
+    uint8_t size = 0;  // 0: unused
+    char marker[kMaxMarkerSize];
+    Range range;
+  };
+  static constexpr size_t kDataRanges = 3;
+
+  const Layout& layout() const;
+  Range SubclassByScan(std::string_view marker) const;
+  // Before an edit: copies the tags read in place and forgets the layout.
+  std::vector<Tag>& Edit();
   std::string_view Own(std::string_view value);
 
-  std::vector<Tag> tags_;
-  std::deque<std::string> owned_;  // values set through this list; deque keeps views stable
+  std::span<const Tag> tags_;  // the document's tags, or edited_ once editing_
+  std::vector<Tag> edited_;
+  bool editing_ = false;
+  mutable Layout layout_;
+  mutable DataRange data_ranges_[kDataRanges];
+  mutable uint8_t next_data_range_ = 0;
+  std::forward_list<std::string> owned_;  // values set through this list; never move
 };
 
 }  // namespace fx::dxf
