@@ -74,27 +74,17 @@ TEST(ScriptInputTest, ScriptFilesDropCommentsByteOrderMarkAndCarriageReturns) {
   std::remove(path.c_str());
 }
 
-TEST(ScriptInputTest, MissingScriptFileIsReported) {
-  ScriptInput input;
-  std::string error;
-  EXPECT_FALSE(input.AddFile("/nonexistent/run.scr", &error));
-  EXPECT_EQ(error, "cannot read script /nonexistent/run.scr: No such file or directory");
-}
-
+// Text inserted (a command sent) comes before the rest of the line, and a
+// pending Enter stays after it.
 TEST(ScriptInputTest, InsertedTextComesBeforeTheRestOfTheLine) {
   ScriptInput input;
   input.AddLine("A B");
-  input.AddLine("C");
+  input.AddLine("UNITS ");
   std::string token;
   ASSERT_TRUE(input.Next(TokenEnd::kBlank, token));
   input.InsertFront("X Y ");  // the final blank stands for the line end
-  EXPECT_EQ(AllTokens(input), (std::vector<std::string>{"X", "Y", "B", "C"}));
-}
-
-TEST(ScriptInputTest, InsertedTextKeepsAPendingEnter) {
-  ScriptInput input;
+  EXPECT_EQ(AllTokens(input), (std::vector<std::string>{"X", "Y", "B", "UNITS", ""}));
   input.AddLine("UNITS ");
-  std::string token;
   ASSERT_TRUE(input.Next(TokenEnd::kBlank, token));
   input.InsertFront("Z");
   EXPECT_EQ(AllTokens(input), (std::vector<std::string>{"Z", ""}));
