@@ -23,6 +23,7 @@
 #include <nlohmann/json.hpp>
 
 #include "program_runner.h"
+#include "test_folder.h"
 
 namespace fx::cli_test {
 namespace {
@@ -50,13 +51,7 @@ std::map<std::string, json> ReadManifest(const fs::path& path, size_t* lines = n
 
 class BatchTest : public ::testing::Test {
  protected:
-  BatchTest() {
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    work_ = fs::temp_directory_path() / ("floorxport_batch_" + std::to_string(getpid()) + "_" + info->name());
-    fs::remove_all(work_);
-    fs::create_directories(work_ / "plans");
-  }
-  ~BatchTest() override { fs::remove_all(work_); }
+  BatchTest() { fs::create_directories(work_ / "plans"); }
 
   ProgramResult Batch(const std::vector<std::string>& args) { return RunProgram(kProgram, args, work_.string()); }
   void Link(const std::string& drawing, const std::string& name) {
@@ -64,7 +59,8 @@ class BatchTest : public ::testing::Test {
     fs::create_symlink(drawing, work_ / "plans" / name);
   }
 
-  fs::path work_;
+  fx::testing::TestFolder folder_{"floorxport-batch"};
+  const fs::path& work_ = folder_.path();
 };
 
 std::vector<std::string> AnalyzeCommand() {
