@@ -142,20 +142,5 @@ TEST_F(HostSessionTest, SendingToADocument) {
   EXPECT_EQ(session.document()->database()->insunits(), AcDb::kUnitsMeters);
 }
 
-TEST_F(HostSessionTest, PerDocumentDataGoesWithItsDocument) {
-  struct Data {
-    int value = 0;
-  };
-  AcApDataManager<Data> data;
-  HostSession session(runner(), modules_);
-  std::string error;
-  ASSERT_TRUE(session.OpenDrawing(kSmallPlan, &error)) << error;
-  data.docData().value = 7;
-  EXPECT_EQ(data.docData(session.document()).value, 7);
-  session.CloseDrawing();
-  ASSERT_TRUE(session.OpenDrawing(kSmallPlan, &error)) << error;
-  EXPECT_EQ(data.docData().value, 0);
-}
-
 }  // namespace
 }  // namespace fx::console

@@ -90,29 +90,5 @@ TEST(ScriptInputTest, InsertedTextComesBeforeTheRestOfTheLine) {
   EXPECT_EQ(AllTokens(input), (std::vector<std::string>{"Z", ""}));
 }
 
-TEST(ScriptInputTest, TypedLinesFollowTheScript) {
-  ScriptInput input;
-  input.AddLine("A");
-  std::vector<std::string> typed = {"B C"};
-  input.SetLineReader([&](std::string& line) {
-    if (typed.empty()) return false;
-    line = typed.front();
-    typed.erase(typed.begin());
-    return true;
-  });
-  std::string token;
-  TokenOrigin origin;
-  ASSERT_TRUE(input.Next(TokenEnd::kBlank, token, &origin));
-  EXPECT_EQ(origin, TokenOrigin::kScript);
-  EXPECT_FALSE(input.hasPending());
-  ASSERT_TRUE(input.Next(TokenEnd::kBlank, token, &origin));
-  EXPECT_EQ(token, "B");
-  EXPECT_EQ(origin, TokenOrigin::kTyped);
-  EXPECT_TRUE(input.hasPending());
-  ASSERT_TRUE(input.Next(TokenEnd::kBlank, token, &origin));
-  EXPECT_EQ(token, "C");
-  EXPECT_FALSE(input.Next(TokenEnd::kBlank, token, &origin));
-}
-
 }  // namespace
 }  // namespace fx::console
