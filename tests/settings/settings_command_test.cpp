@@ -65,16 +65,22 @@ TEST_F(SettingsCommandTest, ListsEveryKnownValueWithSectionKindValueAndDefault) 
   EXPECT_FALSE(std::filesystem::exists(settings_path_));
 }
 
+// The exact text of each kind of value in the file, a value set again
+// replaced in place.
 TEST_F(SettingsCommandTest, SetTakesTheKindAndSectionOfAKnownName) {
   EXPECT_EQ(Run({"set", "Draw Box", "1"}), 0) << err_.str();
-  EXPECT_EQ(Run({"set", "contour layer", "Walls \"A\""}), 0) << err_.str();
+  EXPECT_EQ(Run({"set", "Export file format", "SVG"}), 0) << err_.str();
+  EXPECT_EQ(Run({"set", "contour layer", "A\\B \"C\" Räume"}), 0) << err_.str();
   EXPECT_EQ(Run({"set", "Vantory Drawing Version", "-7", "--section", "0"}), 0) << err_.str();
+  EXPECT_EQ(Run({"set", "Draw Box", "0"}), 0) << err_.str();
   EXPECT_EQ(TextOfFile(ReadFile(settings_path_)),
             RegText("[HKEY_CURRENT_USER\\Software\\PlanVault\\VantoryApp\\ExportOptions]\r\n"
-                    "\"Draw Box\"=hex(0):01,00,00,00\r\n"
+                    "\"Draw Box\"=hex(0):00,00,00,00\r\n"
+                    "\"Export file format\"=\"SVG\"\r\n"
                     "\"Vantory Drawing Version\"=hex(0):f9,ff,ff,ff\r\n\r\n"
                     "[HKEY_CURRENT_USER\\Software\\PlanVault\\VantoryApp\\ConvertOptions]\r\n"
-                    "\"Contour Layer\"=\"Walls \\\"A\\\"\"\r\n\r\n"));
+                    "\"Contour Layer\"=\"A\\\\B \\\"C\\\" Räume\"\r\n\r\n"));
+  EXPECT_EQ(GetSettingString(kContourLayer, 1), "A\\B \"C\" Räume");
   EXPECT_EQ(out_.str(), "");
 }
 

@@ -65,17 +65,6 @@ TEST_F(SettingsDamageTest, AnUnreadableFileGivesDefaultsAndIsNotReplaced) {
                                      ": not a regular file; defaults are used"});
 }
 
-TEST_F(SettingsDamageTest, AFileThatCannotBeCreatedFailsWritesOnce) {
-  WriteFileBytes(directory_ + "/PlanVault", "a file, not a directory");
-  EXPECT_EQ(GetSettingInt(kDrawBox, 5, 0), 5);
-  EXPECT_FALSE(SetSettingInt(kDrawBox, 1, 0));
-  EXPECT_FALSE(SetSettingString(kExportFileFormat, "SVG", 0));
-  ASSERT_EQ(diagnostics_.size(), 1u);
-  EXPECT_TRUE(diagnostics_[0].starts_with("cannot change the settings file: cannot open " +
-                                          settings_path_ + ".lock: "))
-      << diagnostics_[0];
-}
-
 TEST_F(SettingsDamageTest, AFailedWriteLeavesTheOldFileAndNoTemporaryFile) {
   ASSERT_TRUE(SetSettingString(kContourLayer, "walls", 1));
   const std::string before = ReadFile(settings_path_);

@@ -1,6 +1,7 @@
 // The five settings operations over the settings file: defaults, kinds,
-// limits, sections, exact text written, unknown content kept, the mirror of
-// the duplicate-name flag.
+// limits, sections, unknown content kept, the mirror of the duplicate-name
+// flag. The exact text of each kind is checked through the settings
+// command, in settings_command_test.cpp.
 #include "settings/settings.h"
 
 #include <gtest/gtest.h>
@@ -43,29 +44,6 @@ TEST_F(SettingsTest, AReadNeverWritesTheFirstWriteCreatesTheSection) {
   EXPECT_EQ(GetSettingString(kServerList, 2), "");
   EXPECT_EQ(ReadFile(settings_path_), bytes);
   EXPECT_TRUE(diagnostics_.empty());
-}
-
-TEST_F(SettingsTest, WritesTheExactTextOfEachKind) {
-  ASSERT_TRUE(SetSettingInt(kDrawBox, 1, 0));
-  ASSERT_TRUE(SetSettingString(kExportFileFormat, "SVG", 0));
-  ASSERT_TRUE(SetSettingInt(kVantoryDrawingVersion, 31, 0));
-  ASSERT_TRUE(SetSettingInt("Negative", -2, 0));
-  ASSERT_TRUE(SetSettingString(kContourLayer, "A\\B \"C\" Räume", 1));
-  ASSERT_TRUE(SetSettingInt(kDrawBox, 0, 0));  // replaced in place
-  EXPECT_EQ(FileText(),
-            RegText(std::string(kExportHeader) +
-                    "\"Draw Box\"=hex(0):00,00,00,00\r\n"
-                    "\"Export file format\"=\"SVG\"\r\n"
-                    "\"Vantory Drawing Version\"=hex(0):1f,00,00,00\r\n"
-                    "\"Negative\"=hex(0):fe,ff,ff,ff\r\n"
-                    "\r\n"
-                    "[HKEY_CURRENT_USER\\Software\\PlanVault\\VantoryApp\\ConvertOptions]\r\n"
-                    "\"Contour Layer\"=\"A\\\\B \\\"C\\\" Räume\"\r\n"
-                    "\r\n"));
-  EXPECT_EQ(GetSettingInt(kVantoryDrawingVersion, 254, 0), 31);
-  EXPECT_EQ(GetSettingInt("negative", 0, 0), -2);  // names compare without case
-  EXPECT_EQ(GetSettingString(kContourLayer, 1), "A\\B \"C\" Räume");
-  EXPECT_EQ(GetSettingString(kContourLayer, 0), "");  // another section
 }
 
 TEST_F(SettingsTest, IntegersReadAnyTypeOfAtMostFourBytes) {
