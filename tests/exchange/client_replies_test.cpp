@@ -1,7 +1,8 @@
 // The service client against replies written the way the real service (a
 // Java web service) writes them, and against the ways a call goes wrong:
-// what it reads and what it reports (servers that stop answering are in
-// fault_program_test.cpp).
+// what it reads and what it reports. Log-ins, and servers that refuse them
+// or stop answering, are run end to end in exchange_program_test.cpp and
+// fault_program_test.cpp.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -24,23 +25,12 @@ std::vector<std::string> g_progress;
 void RecordStatus(const char* text) { g_progress.push_back(text); }
 void RecordPercent(int percent) { g_progress.push_back(std::to_string(percent)); }
 
-int g_prompts = 0;
-bool PromptCancels(std::string&, std::string&) {
-  ++g_prompts;
-  return false;
-}
-bool PromptAnswers(std::string& user, std::string& password) {
-  ++g_prompts;
-  user = "ana";
-  password = "s3cret";
-  return g_prompts < 2;  // the second 401 is cancelled
-}
+bool PromptCancels(std::string&, std::string&) { return false; }
 
 class ClientRepliesTest : public ::testing::Test {
  protected:
   void SetUp() override {
     g_progress.clear();
-    g_prompts = 0;
     fx::server::SetCallbacks(RecordStatus, RecordPercent);
     fx::server::SetLogInPrompt(PromptCancels);
     fx::server::ForgetCredentials();
@@ -167,21 +157,6 @@ TEST_F(ClientRepliesTest, EveryBrokenReplyGivesAClassifiedReport) {
     EXPECT_NE(details.find(".\n\nURL : 127.0.0.1/external/api/soap/space/drawing/v1\n operation : refreshing"),
               std::string::npos) << c.name;
   }
-}
-
-TEST_F(ClientRepliesTest, UnauthorizedPromptsUntilCancelledAndSendsTheCredentialsGiven) {
-  server_.Push(UnauthorizedReply());
-  fx::server::SetLogInPrompt(PromptAnswers);
-  std::vector<BuildingEntry> buildings;
-  const int result = fx::server::ListBuildingsAndFloors(server_.address(), buildings);
-  EXPECT_EQ(result, 401);
-  EXPECT_EQ(g_prompts, 2);
-  EXPECT_STREQ(fx::server::ErrorClassText(result), "HTTP error occured.");
-  const std::vector<std::string> requests = server_.requests();
-  ASSERT_EQ(requests.size(), 2u);
-  EXPECT_EQ(requests[0].find("Authorization:"), std::string::npos);
-  EXPECT_NE(requests[1].find("Authorization: Basic YW5hOnMzY3JldA=="), std::string::npos);
-  EXPECT_EQ(fx::server::RememberedUser(), "ana");
 }
 
 TEST(ErrorClassTest, CodesFallIntoTheirClassesInOrder) {
