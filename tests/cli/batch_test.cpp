@@ -1,6 +1,6 @@
 // floorxport batch end to end: a folder of real and broken drawings analysed
-// and resumed, a list with a drawing that hangs, stopped at its time limit and
-// by Ctrl-C, the batch resumed each time.
+// and resumed, a list with drawings that crash and hang, stopped at its time
+// limit and by Ctrl-C, the batch resumed each time.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -23,6 +23,7 @@
 #include <nlohmann/json.hpp>
 
 #include "program_runner.h"
+#include "test_folder.h"
 
 namespace fx::cli_test {
 namespace {
@@ -35,12 +36,14 @@ const std::string kSample = std::string(FX_EXAMPLES_DIR) + "/sample-floor.dxf";
 const std::string kSmallPlan = std::string(FX_CONSOLE_TEST_DATA) + "/small_plan.dxf";
 const std::string kCorpus = FX_CORPUS_DIR;
 
-// The manifest's lines by drawing file name; each line must be JSON.
-std::map<std::string, json> ReadManifest(const fs::path& path, size_t* lines = nullptr) {
+// The manifest's lines by drawing file name; each line must be JSON, but
+// for `cut_first` lines left by an earlier crash of the batch.
+std::map<std::string, json> ReadManifest(const fs::path& path, size_t* lines = nullptr, size_t cut_first = 0) {
   std::map<std::string, json> records;
   std::istringstream text(ReadFile(path.string()));
   size_t count = 0;
   for (std::string line; std::getline(text, line); ++count) {
+    if (count < cut_first) continue;
     json record = json::parse(line);  // throws, failing the test, on a cut line
     records[fs::path(record["drawing"].get<std::string>()).filename().string()] = record;
   }
@@ -50,13 +53,7 @@ std::map<std::string, json> ReadManifest(const fs::path& path, size_t* lines = n
 
 class BatchTest : public ::testing::Test {
  protected:
-  BatchTest() {
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    work_ = fs::temp_directory_path() / ("floorxport_batch_" + std::to_string(getpid()) + "_" + info->name());
-    fs::remove_all(work_);
-    fs::create_directories(work_ / "plans");
-  }
-  ~BatchTest() override { fs::remove_all(work_); }
+  BatchTest() { fs::create_directories(work_ / "plans"); }
 
   ProgramResult Batch(const std::vector<std::string>& args) { return RunProgram(kProgram, args, work_.string()); }
   void Link(const std::string& drawing, const std::string& name) {
@@ -64,7 +61,8 @@ class BatchTest : public ::testing::Test {
     fs::create_symlink(drawing, work_ / "plans" / name);
   }
 
-  fs::path work_;
+  fx::testing::TestFolder folder_{"floorxport-batch"};
+  const fs::path& work_ = folder_.path();
 };
 
 std::vector<std::string> AnalyzeCommand() {
@@ -168,66 +166,6 @@ pid_t Start(const std::vector<std::string>& args, const fs::path& dir) {
   return pid;
 }
 
-size_t LineCount(const fs::path& path) {
-  const std::string text = ReadFile(path.string());
-  return static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
-}
-
-// `run` with a script per drawing; the script of one is a named pipe that
-// nobody writes, so that drawing's run waits for ever.
-TEST_F(BatchTest, HangingDrawingStoppedAndInterruptedBatchResumed) {
-  const fs::path scripts = work_ / "scripts";
-  fs::create_directories(scripts);
-  std::ofstream list(work_ / "drawings.txt");
-  list << "# the drawings\n";
-  for (const char* name : {"a", "b", "c", "hangs"}) {
-    fs::copy_file(kSmallPlan, work_ / "plans" / (std::string(name) + ".dxf"));
-    list << (work_ / "plans" / name).string() << ".dxf\n";
-    if (std::string(name) != "hangs") std::ofstream(scripts / (std::string(name) + ".scr")) << "ZOOM E\n";
-  }
-  list.close();
-  const fs::path fifo = scripts / "hangs.scr";
-  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
-  const fs::path manifest = work_ / "manifest.jsonl";
-  std::vector<std::string> args = {"batch", (work_ / "drawings.txt").string(), "--jobs", "2", "--manifest",
-                                   manifest.string(), "--", "run", "{drawing}", "-s",
-                                   (scripts / "{stem}.scr").string()};
-
-  // Interrupted while the hanging run waits: the others are recorded, no run is left.
-  const pid_t batch = Start(args, work_);
-  for (int i = 0; i < 600 && LineCount(manifest) < 3; ++i) std::this_thread::sleep_for(std::chrono::milliseconds(100));
-  ASSERT_EQ(LineCount(manifest), 3u) << ReadFile((work_ / "batch-out.txt").string());
-  kill(batch, SIGINT);
-  int status = 0;
-  ASSERT_EQ(waitpid(batch, &status, 0), batch);
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 128 + SIGINT) << status;
-  EXPECT_NE(ReadFile((work_ / "batch-out.txt").string()).find("interrupted by SIGINT"), std::string::npos);
-  std::map<std::string, json> records = ReadManifest(manifest);
-  EXPECT_EQ(records.size(), 3u);
-  EXPECT_EQ(records.count("hangs.dxf"), 0u);
-  EXPECT_EQ(open(fifo.c_str(), O_WRONLY | O_NONBLOCK), -1) << "the hanging run still reads its script";
-  EXPECT_EQ(errno, ENXIO);
-
-  // Resumed with a time limit: the three are skipped, the hanging one stopped.
-  args.insert(args.begin() + 2, {"--time-limit", "1"});
-  ProgramResult limited = Batch(args);
-  EXPECT_EQ(limited.exit_status, 1) << limited.out << limited.err;
-  records = ReadManifest(manifest);
-  for (const char* name : {"a.dxf", "b.dxf", "c.dxf"}) EXPECT_EQ(records[name]["status"], "skipped") << name;
-  EXPECT_EQ(records["hangs.dxf"]["status"], "timeout");
-  EXPECT_EQ(records["hangs.dxf"]["signal"], "SIGTERM");
-  EXPECT_GE(records["hangs.dxf"]["wall_seconds"].get<double>(), 1.0);
-  EXPECT_NE(limited.out.find("4 drawings in "), std::string::npos) << limited.out;
-  EXPECT_NE(limited.out.find(": 0 ok, 3 skipped, 0 failed, 1 timeout, 0 crashed"), std::string::npos) << limited.out;
-
-  // With a script that ends, the last drawing runs and the batch succeeds.
-  fs::remove(fifo);
-  std::ofstream(fifo) << "ZOOM E\n";
-  ProgramResult done = Batch(args);
-  EXPECT_EQ(done.exit_status, 0) << done.out << done.err;
-  EXPECT_EQ(ReadManifest(manifest)["hangs.dxf"]["status"], "ok");
-}
-
 // The process whose command line holds `text`, or 0.
 pid_t FindProcess(const std::string& text) {
   for (const fs::directory_entry& entry : fs::directory_iterator("/proc")) {
@@ -238,45 +176,87 @@ pid_t FindProcess(const std::string& text) {
   return 0;
 }
 
-// A run ended by a signal the batch did not send is a crash; a manifest line
-// cut by an earlier crash of the batch is ignored, and new lines stand alone.
-TEST_F(BatchTest, CrashedRunRecordedAfterACutManifestLine) {
+// `run` with a script per drawing; the scripts of two are named pipes that
+// nobody writes, so those drawings' runs wait for ever. One of them is
+// killed by a signal the batch did not send: a crash. The manifest starts
+// with a line cut by an earlier crash of the batch: it is ignored, and new
+// lines stand alone.
+TEST_F(BatchTest, CrashedAndHangingRunsRecordedAndTheInterruptedBatchResumed) {
+  const fs::path scripts = work_ / "scripts";
+  fs::create_directories(scripts);
+  std::ofstream list(work_ / "drawings.txt");
+  list << "# the drawings\n";
+  for (const char* name : {"a", "b", "c", "crashes", "hangs"}) {
+    fs::copy_file(kSmallPlan, work_ / "plans" / (std::string(name) + ".dxf"));
+    list << (work_ / "plans" / name).string() << ".dxf\n";
+    std::ofstream(scripts / (std::string(name) + ".scr")) << "ZOOM E\n";
+  }
+  list.close();
+  for (const char* fifo : {"crashes.scr", "hangs.scr"}) {
+    fs::remove(scripts / fifo);
+    ASSERT_EQ(mkfifo((scripts / fifo).c_str(), 0600), 0);
+  }
   const fs::path manifest = work_ / "manifest.jsonl";
   std::ofstream(manifest) << "{\"drawing\":\"/plans/old.dxf\",\"sta";
-  fs::copy_file(kSmallPlan, work_ / "plans" / "fine.dxf");
-  fs::copy_file(kSmallPlan, work_ / "plans" / "crashes.dxf");
-  std::ofstream(work_ / "plans" / "fine.scr") << "ZOOM E\n";
-  ASSERT_EQ(mkfifo((work_ / "plans" / "crashes.scr").c_str(), 0600), 0);
-  const pid_t batch = Start({"batch", (work_ / "plans").string(), "--jobs", "2", "--manifest", manifest.string(),
-                             "--", "run", "{drawing}", "-s", (work_ / "plans" / "{stem}.scr").string()},
-                            work_);
-  pid_t child = 0;
-  for (int i = 0; i < 600 && (child = FindProcess("crashes.scr")) == 0; ++i) {
+  std::vector<std::string> args = {"batch", (work_ / "drawings.txt").string(), "--jobs", "2", "--manifest",
+                                   manifest.string(), "--", "run", "{drawing}", "-s",
+                                   (scripts / "{stem}.scr").string()};
+
+  // The two waiting runs start once the others have ended; one crashes,
+  // then the batch is interrupted: the others are recorded, no run is left.
+  const pid_t batch = Start(args, work_);
+  pid_t crashes = 0;
+  for (int i = 0; i < 600 && ((crashes = FindProcess((scripts / "crashes.scr").string())) == 0 ||
+                              FindProcess((scripts / "hangs.scr").string()) == 0);
+       ++i) {
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
   }
-  ASSERT_NE(child, 0);
-  kill(child, SIGSEGV);
+  ASSERT_NE(crashes, 0);
+  kill(crashes, SIGSEGV);
+  for (int i = 0; i < 600 && ReadFile(manifest.string()).find("SIGSEGV") == std::string::npos; ++i) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  }
+  kill(batch, SIGINT);
   int status = 0;
   ASSERT_EQ(waitpid(batch, &status, 0), batch);
-  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 1) << status;
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 128 + SIGINT) << status;
   const std::string out = ReadFile((work_ / "batch-out.txt").string());
+  EXPECT_NE(out.find("interrupted by SIGINT"), std::string::npos) << out;
   EXPECT_NE(out.find("floorxport: warning: " + manifest.string() + ":1: not a manifest line, ignored\n"),
             std::string::npos) << out;
-
-  std::istringstream lines(ReadFile(manifest.string()));
-  std::string line;
-  std::getline(lines, line);
-  EXPECT_EQ(line, "{\"drawing\":\"/plans/old.dxf\",\"sta");
-  std::map<std::string, json> records;
-  while (std::getline(lines, line)) {
-    const json record = json::parse(line);
-    records[fs::path(record["drawing"].get<std::string>()).filename().string()] = record;
-  }
-  EXPECT_EQ(records.size(), 2u);
-  EXPECT_EQ(records["fine.dxf"]["status"], "ok");
+  EXPECT_TRUE(ReadFile(manifest.string()).starts_with("{\"drawing\":\"/plans/old.dxf\",\"sta\n"));
+  std::map<std::string, json> records = ReadManifest(manifest, nullptr, 1);
+  EXPECT_EQ(records.size(), 4u);
+  for (const char* name : {"a.dxf", "b.dxf", "c.dxf"}) EXPECT_EQ(records[name]["status"], "ok") << name;
   EXPECT_EQ(records["crashes.dxf"]["status"], "crashed");
   EXPECT_EQ(records["crashes.dxf"]["signal"], "SIGSEGV");
   EXPECT_TRUE(records["crashes.dxf"]["exit_code"].is_null());
+  EXPECT_EQ(records.count("hangs.dxf"), 0u);
+  EXPECT_EQ(open((scripts / "hangs.scr").c_str(), O_WRONLY | O_NONBLOCK), -1) << "the hanging run still reads its script";
+  EXPECT_EQ(errno, ENXIO);
+
+  // Resumed with a time limit: what ended ok is skipped, the crashed one
+  // runs again (its script now ends), the hanging one is stopped.
+  fs::remove(scripts / "crashes.scr");
+  std::ofstream(scripts / "crashes.scr") << "ZOOM E\n";
+  args.insert(args.begin() + 2, {"--time-limit", "1"});
+  ProgramResult limited = Batch(args);
+  EXPECT_EQ(limited.exit_status, 1) << limited.out << limited.err;
+  records = ReadManifest(manifest, nullptr, 1);
+  for (const char* name : {"a.dxf", "b.dxf", "c.dxf"}) EXPECT_EQ(records[name]["status"], "skipped") << name;
+  EXPECT_EQ(records["crashes.dxf"]["status"], "ok");
+  EXPECT_EQ(records["hangs.dxf"]["status"], "timeout");
+  EXPECT_EQ(records["hangs.dxf"]["signal"], "SIGTERM");
+  EXPECT_GE(records["hangs.dxf"]["wall_seconds"].get<double>(), 1.0);
+  EXPECT_NE(limited.out.find("5 drawings in "), std::string::npos) << limited.out;
+  EXPECT_NE(limited.out.find(": 1 ok, 3 skipped, 0 failed, 1 timeout, 0 crashed"), std::string::npos) << limited.out;
+
+  // With a script that ends, the last drawing runs and the batch succeeds.
+  fs::remove(scripts / "hangs.scr");
+  std::ofstream(scripts / "hangs.scr") << "ZOOM E\n";
+  ProgramResult done = Batch(args);
+  EXPECT_EQ(done.exit_status, 0) << done.out << done.err;
+  EXPECT_EQ(ReadManifest(manifest, nullptr, 1)["hangs.dxf"]["status"], "ok");
 }
 
 }  // namespace

@@ -1,3 +1,7 @@
+// The command runner: commands run by commands, transparent and deferred
+// ones, reactors. The transcript of a script, unknown commands, running out
+// of input and commands typed at a terminal are run end to end in
+// tests/cli/cli_test.cpp.
 #include "host/dxf/console/command_runner.h"
 
 #include <gtest/gtest.h>
@@ -67,24 +71,6 @@ class CommandRunnerTest : public ConsoleTest {
   }
 };
 
-TEST_F(CommandRunnerTest, TheTranscriptReadsAsTyped) {
-  EXPECT_EQ(Run("ECHO hello\nECHO \"two words\"\n\nECHO"),
-            "\nCommand: ECHO\nText: hello\nEchoed hello."
-            "\nCommand: ECHO\nText: two words\nEchoed two words."
-            "\nCommand: ECHO\nText: *Cancel*\nEcho cancelled.\n");
-  EXPECT_EQ(runner().problems(),
-            std::vector<std::string>{
-                "command ECHO was cancelled: the input ran out while it waited for an answer"});
-}
-
-TEST_F(CommandRunnerTest, AnUnknownCommandStopsTheScript) {
-  EXPECT_EQ(Run("ECHO a\nBogus x\nECHO b"),
-            "\nCommand: ECHO\nText: a\nEchoed a.\nCommand: Bogus\nUnknown command \"BOGUS\".\n");
-  EXPECT_EQ(
-      runner().problems(),
-      std::vector<std::string>{"unknown command \"BOGUS\"; the rest of the script was skipped"});
-}
-
 TEST_F(CommandRunnerTest, AnExceptionFailsTheCommandAndStopsTheScript) {
   EXPECT_EQ(Run("THROW\nECHO b"), "\nCommand: THROW\nCommand THROW failed: broken\n");
   EXPECT_EQ(runner().problems(),
@@ -105,16 +91,12 @@ TEST_F(CommandRunnerTest, CommandsRunWithTheirOwnAnswers) {
   EXPECT_TRUE(runner().problems().empty());
 }
 
-TEST_F(CommandRunnerTest, SentLinesRunAfterTheCurrentCommand) {
-  EXPECT_EQ(Run("SENDER first\nECHO second"),
+TEST_F(CommandRunnerTest, SentLinesAndDeferredFunctionsRunAfterTheCurrentCommand) {
+  EXPECT_EQ(Run("SENDER first\nDEFER\nECHO second"),
             "\nCommand: SENDER\nText: first\nEchoed first."
             "\nCommand: ECHO\nText: sent\nEchoed sent."
+            "\nCommand: DEFER\nDefer done.\nDeferred 42."
             "\nCommand: ECHO\nText: second\nEchoed second.\n");
-}
-
-TEST_F(CommandRunnerTest, DeferredFunctionsRunAfterTheCurrentCommand) {
-  EXPECT_EQ(Run("DEFER\nECHO x"),
-            "\nCommand: DEFER\nDefer done.\nDeferred 42.\nCommand: ECHO\nText: x\nEchoed x.\n");
 }
 
 TEST_F(CommandRunnerTest, TransparentCommandsAtAPrompt) {
@@ -143,17 +125,6 @@ TEST_F(CommandRunnerTest, ReactorsSeeEveryCommand) {
 TEST_F(CommandRunnerTest, ACommandMayRemoveItself) {
   EXPECT_EQ(Run("SELFREMOVE\nSELFREMOVE"),
             "\nCommand: SELFREMOVE\nCommand: SELFREMOVE\nUnknown command \"SELFREMOVE\".\n");
-}
-
-TEST_F(CommandRunnerTest, InteractiveRunsPromptAndGoOn) {
-  console().SetInteractive(true);
-  terminal_.typed = {"ECHO hi", "BOGUS", "", "ECHO", "x y"};
-  EXPECT_EQ(Run(""),
-            // The line end the user typed stands for the next message's.
-            "\nCommand: Text: \nEchoed hi.\nCommand: Unknown command \"BOGUS\"."
-            "\nCommand: Command: Text: Echoed x.\nCommand: y\nUnknown command \"Y\"."
-            "\nCommand: \n");
-  EXPECT_TRUE(runner().problems().empty());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // The editor functions of the host API on the console: answers from the
-// script, their echo in the transcript, and running out of input.
+// script, their echo in the transcript, and running out of input. Answers
+// typed at a terminal, not echoed again, are in tests/cli/cli_test.cpp.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -114,34 +115,6 @@ TEST_F(EditorFunctionsTest, GetPoint) {
     }
     EXPECT_EQ(terminal_.out, c.transcript);
   }
-}
-
-TEST_F(EditorFunctionsTest, PrintfWritesExactly) {
-  EXPECT_EQ(acutPrintf("\n%s = %d", "eKeyNotFound", 52), 18);
-  EXPECT_EQ(acutPrintf("%s", ""), 0);
-  EXPECT_EQ(terminal_.out, "\neKeyNotFound = 52");
-}
-
-TEST_F(EditorFunctionsTest, TranscriptEndsWithOneLineEnd) {
-  console().Finish();
-  EXPECT_EQ(terminal_.out, "");  // nothing printed: nothing added
-  acutPrintf("\nDone.");
-  console().Finish();
-  console().Finish();
-  EXPECT_EQ(terminal_.out, "\nDone.\n");
-  acutPrintf("\nAgain.\n");
-  console().Finish();
-  EXPECT_EQ(terminal_.out, "\nDone.\n\nAgain.\n");
-}
-
-TEST_F(EditorFunctionsTest, TypedAnswersAreNotEchoed) {
-  console().SetInteractive(true);
-  terminal_.typed = {"Room 101"};
-  char result[32];
-  ASSERT_EQ(acedGetString(1, "\nName: ", result, sizeof result), RTNORM);
-  EXPECT_STREQ(result, "Room 101");
-  EXPECT_EQ(terminal_.out, "\nName: ");
-  EXPECT_EQ(acedGetString(1, "\nName: ", result, sizeof result), RTCAN);  // end of input
 }
 
 }  // namespace

@@ -74,54 +74,20 @@ TEST(ScriptInputTest, ScriptFilesDropCommentsByteOrderMarkAndCarriageReturns) {
   std::remove(path.c_str());
 }
 
-TEST(ScriptInputTest, MissingScriptFileIsReported) {
-  ScriptInput input;
-  std::string error;
-  EXPECT_FALSE(input.AddFile("/nonexistent/run.scr", &error));
-  EXPECT_EQ(error, "cannot read script /nonexistent/run.scr: No such file or directory");
-}
-
+// Text inserted (a command sent) comes before the rest of the line, and a
+// pending Enter stays after it.
 TEST(ScriptInputTest, InsertedTextComesBeforeTheRestOfTheLine) {
   ScriptInput input;
   input.AddLine("A B");
-  input.AddLine("C");
-  std::string token;
-  ASSERT_TRUE(input.Next(TokenEnd::kBlank, token));
-  input.InsertFront("X Y ");  // the final blank stands for the line end
-  EXPECT_EQ(AllTokens(input), (std::vector<std::string>{"X", "Y", "B", "C"}));
-}
-
-TEST(ScriptInputTest, InsertedTextKeepsAPendingEnter) {
-  ScriptInput input;
   input.AddLine("UNITS ");
   std::string token;
   ASSERT_TRUE(input.Next(TokenEnd::kBlank, token));
+  input.InsertFront("X Y ");  // the final blank stands for the line end
+  EXPECT_EQ(AllTokens(input), (std::vector<std::string>{"X", "Y", "B", "UNITS", ""}));
+  input.AddLine("UNITS ");
+  ASSERT_TRUE(input.Next(TokenEnd::kBlank, token));
   input.InsertFront("Z");
   EXPECT_EQ(AllTokens(input), (std::vector<std::string>{"Z", ""}));
-}
-
-TEST(ScriptInputTest, TypedLinesFollowTheScript) {
-  ScriptInput input;
-  input.AddLine("A");
-  std::vector<std::string> typed = {"B C"};
-  input.SetLineReader([&](std::string& line) {
-    if (typed.empty()) return false;
-    line = typed.front();
-    typed.erase(typed.begin());
-    return true;
-  });
-  std::string token;
-  TokenOrigin origin;
-  ASSERT_TRUE(input.Next(TokenEnd::kBlank, token, &origin));
-  EXPECT_EQ(origin, TokenOrigin::kScript);
-  EXPECT_FALSE(input.hasPending());
-  ASSERT_TRUE(input.Next(TokenEnd::kBlank, token, &origin));
-  EXPECT_EQ(token, "B");
-  EXPECT_EQ(origin, TokenOrigin::kTyped);
-  EXPECT_TRUE(input.hasPending());
-  ASSERT_TRUE(input.Next(TokenEnd::kBlank, token, &origin));
-  EXPECT_EQ(token, "C");
-  EXPECT_FALSE(input.Next(TokenEnd::kBlank, token, &origin));
 }
 
 }  // namespace

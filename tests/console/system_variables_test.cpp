@@ -1,7 +1,7 @@
-// System variables (acedGetVar, acedSetVar) and coordinate systems
-// (acedTrans) on the console: the header behind the drawing's variables,
-// CMDECHO behind commands run with answers, the display system of a
-// twisted view and the user system of the header.
+// System variables (acedGetVar, acedSetVar) on the console: the header
+// behind the drawing's variables, CMDECHO behind commands run with answers.
+// The display system of a twisted view, as the export converts it to the
+// world (acedTrans), is tested end to end in tests/export.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -10,8 +10,6 @@
 #include "host/documents.h"
 #include "host/dxf/console/host_session.h"
 #include "host/dxf/console/module_registry.h"
-#include "host/dxf/dxf_header_variables.h"
-#include "host/dxf/imp_database.h"
 #include "host/editor.h"
 
 namespace fx::console {
@@ -58,44 +56,6 @@ TEST_F(SystemVariablesTest, DrawingVariablesLiveInTheHeaderAndCmdechoInTheSessio
   EXPECT_EQ(acedCommandS(RTSTR, "_ZOOM", RTSTR, "E", RTNONE), RTNORM);
   EXPECT_EQ(acedCommandS(RTSTR, "_ZOOM", RTNONE), RTCAN);
   EXPECT_EQ(terminal_.out, "\nZoom [Extents/Object]: *Cancel*");
-}
-
-// twisted_view.dxf: target (100, 50), twist 90 degrees, centre (10, 5) in
-// the view. Then a user system turned by 90 degrees about (10, 20).
-TEST_F(SystemVariablesTest, TransConvertsBetweenWorldUserViewAndObjectSystems) {
-  Open(std::string(FX_TEST_DATA_DIR) + "/export/twisted_view.dxf");
-  const resbuf world = Short(0), user = Short(1), display = Short(2), paper = Short(3);
-  resbuf below{nullptr, RT3DPOINT, {}};
-  below.resval.rpoint[2] = -1;
-  const struct {
-    const resbuf* from;
-    const resbuf* to;
-    int disp;
-    ads_point point;
-    ads_point expected;
-  } kCases[] = {
-      {&display, &world, 0, {0, 0, 0}, {100, 50, 0}},  // the view's origin is its target
-      {&display, &world, 0, {10, 5, 0}, {105, 40, 0}},
-      {&world, &display, 0, {105, 40, 0}, {10, 5, 0}},
-      {&display, &world, 1, {1, 0, 0}, {0, -1, 0}},  // a displacement is only turned
-      {&world, &below, 0, {1, 2, 3}, {-1, 2, -3}},   // the arbitrary axes of -Z
-  };
-  ads_point result;
-  for (const auto& c : kCases) {
-    ASSERT_EQ(acedTrans(c.point, c.from, c.to, c.disp, result), RTNORM);
-    for (int i = 0; i < 3; ++i) EXPECT_NEAR(result[i], c.expected[i], 1e-9) << (&c - kCases) << " " << i;
-  }
-  EXPECT_EQ(acedTrans(result, &paper, &world, 0, result), RTERROR);
-
-  const char* axes[][4] = {{"$UCSORG", "10", "20", "0"}, {"$UCSXDIR", "0", "1", "0"}, {"$UCSYDIR", "-1", "0", "0"}};
-  for (const auto& axis : axes) {
-    const fx::dxf::Tag tags[] = {{10, axis[1]}, {20, axis[2]}, {30, axis[3]}};
-    fx::dxf::SetHeaderVariable(database().impl()->document(), axis[0], tags);
-  }
-  ads_point point = {1, 0, 0};
-  ASSERT_EQ(acedTrans(point, &user, &world, 0, point), RTNORM);
-  EXPECT_NEAR(point[0], 10, 1e-9);
-  EXPECT_NEAR(point[1], 21, 1e-9);
 }
 
 }  // namespace

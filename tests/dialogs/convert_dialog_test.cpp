@@ -9,6 +9,7 @@
 
 #include "dialogs/convert_dialog.h"
 #include "dialogs_fixture.h"
+#include "drawing_text.h"
 #include "settings/known_settings.h"
 #include "settings/settings.h"
 
@@ -18,22 +19,11 @@ namespace {
 using fx::dialogs::CPvConvertDialog;
 using fx::settings::GetSettingString;
 using fx::settings::kSectionConvertOptions;
+using fx::testing::WithoutSaveTime;
 
 using ConvertDialogTest = DialogsTest;
 
 std::string StoredText(const char* name) { return GetSettingString(name, kSectionConvertOptions); }
-
-// A saved drawing without its save time ($TDUPDATE, $TDUUPDATE), which is
-// all that differs between two saves of the same drawing.
-std::string WithoutSaveTime(std::string dxf) {
-  for (const std::string name : {"\n$TDUPDATE", "\n$TDUUPDATE"}) {
-    size_t at = dxf.find(name);
-    if (at == std::string::npos) continue;
-    at = dxf.find('\n', dxf.find('\n', at + 1) + 1) + 1;  // after the group code's line
-    dxf.replace(at, dxf.find('\n', at) - at, "saved");
-  }
-  return dxf;
-}
 
 TEST_F(ConvertDialogTest, SwitchingModesKeepsWhatWasChosenForEach) {
   CPvConvertDialog dialog(db());
@@ -81,86 +71,68 @@ TEST_F(ConvertDialogTest, OkChecksTheLayersThenStoresAndSendsTheLine) {
             std::string::npos);
 }
 
-// Any type but 0 is text mode; "(None)" is an empty string on the line.
-TEST_F(ConvertDialogTest, AStoredTypeOfSevenOpensInTextMode) {
+// Any stored type but 0 is text mode; "(None)" is an empty string on the
+// line; a double quote in a layer name is passed as it is.
+TEST_F(ConvertDialogTest, TheCommandLineOfEachMode) {
   fx::settings::SetSettingInt(fx::settings::kIdentificationType, 7, kSectionConvertOptions);
   fx::settings::SetSettingString(fx::settings::kContourFloorAreaLayer, "FloorArea", kSectionConvertOptions);
   fx::settings::SetSettingString(fx::settings::kContourLayer, "RoomContours", kSectionConvertOptions);
-  CPvConvertDialog dialog(db());
-  EXPECT_EQ(dialog.mode(), CPvConvertDialog::kTextMode);
-  EXPECT_EQ(Value(dialog, "Identification"), "Text Entities");
-  EXPECT_EQ(dialog.CommandLine(), "_vantoryconvert \"FloorArea\" \"RoomContours\" T \"\" \"\" \"\"\n");
-}
+  CPvConvertDialog text(db());
+  EXPECT_EQ(Value(text, "Identification"), "Text Entities");
+  EXPECT_EQ(text.CommandLine(), "_vantoryconvert \"FloorArea\" \"RoomContours\" T \"\" \"\" \"\"\n");
 
-TEST_F(ConvertDialogTest, ADoubleQuoteInALayerNameIsPassedAsItIs) {
   AddLayer("Floor \"A\"");
-  CPvConvertDialog dialog(db());
-  Set(dialog, "Floor &Area Layer", "Floor \"A\"");
-  Set(dialog, "Room Contours &Layer", "RoomContours");
-  Set(dialog, "&Block Name", "ROOMTAG");
-  Set(dialog, "&Remove Block Inserts", "Yes");
-  EXPECT_EQ(dialog.CommandLine(),
+  fx::settings::SetSettingInt(fx::settings::kIdentificationType, 0, kSectionConvertOptions);
+  CPvConvertDialog blocks(db());
+  Set(blocks, "Floor &Area Layer", "Floor \"A\"");
+  Set(blocks, "&Block Name", "ROOMTAG");
+  Set(blocks, "&Remove Block Inserts", "Yes");
+  EXPECT_EQ(blocks.CommandLine(),
             "_vantoryconvert \"Floor \"A\"\" \"RoomContours\" B \"ROOMTAG\" \"\" \"\" \"\" Yes\n");
 }
 
 // floorxport answers the dialog from a script; the drawing it saves is the
-// one the composed line gives.
-class ConvertDialogProgramTest : public DialogsTest {
- protected:
-  void ExpectSameAsLine(const std::string& drawing, const std::string& answers, const std::string& line) {
-    std::ofstream(Path("answers.scr"), std::ios::binary) << "vantorconvertdlg\n" << answers;
-    fx::cli_test::ProgramResult by_dialog =
-        RunProgram({"run", drawing, "-s", Path("answers.scr"), "-o", Path("dialog.dxf")});
+// one the composed line gives: on the sample floor in both modes, and on
+// corpus floors (skipped when absent) with their own names and layers.
+TEST_F(DialogsTest, TheDialogAnalysesADrawingAsTheLineItComposes) {
+  struct Case {
+    std::string file;
+    const char* answers;
+    const char* line;
+  };
+  const std::string corpus = std::string(FX_CORPUS_DIR) + "/";
+  const Case cases[] = {
+      {SampleFloor(), "FloorArea\nRoomContours\nBlockInserts\nROOMTAG\nNAME\nCATEGORY\nDESCRIPTION\nNo\nOK\n",
+       "_vantoryconvert \"FloorArea\" \"RoomContours\" B \"ROOMTAG\" \"NAME\" \"CATEGORY\" \"DESCRIPTION\" No"},
+      {SampleFloor(), "FloorArea\nRoomContours\nTextEntities\nRoomNames\nRoomTypes\nRoomDescriptions\nOK\n",
+       "_vantoryconvert \"FloorArea\" \"RoomContours\" T \"RoomNames\" \"RoomTypes\" \"RoomDescriptions\""},
+      {corpus + "pms-app/building001-0_floor3.dxf",
+       "AREA-GROSS\nAREA-ASSIGN\nTextEntities\nA-IDEN-RNUM\nRooms-Information\nAREA-TEXT\nOK\n",
+       "_vantoryconvert \"AREA-GROSS\" \"AREA-ASSIGN\" T \"A-IDEN-RNUM\" \"Rooms-Information\" \"AREA-TEXT\""},
+      {corpus + "openindoor6/plan.dxf",
+       "ABY_Contour_Facade\nABY_Zone_ZIND\nTextEntities\nTexte_Pi\xc3\xa8" "ces\n(None)\n(None)\nOK\n",
+       "_vantoryconvert \"ABY_Contour_Facade\" \"ABY_Zone_ZIND\" T \"Texte_Pi\xc3\xa8" "ces\" \"\" \"\""},
+      {corpus + "wentcad/WATT_0a_PARTER.dxf",
+       "OBRYS_ZEWN\nROOM\nBlockInserts\n2da_pok06c_zs1fkav\nNR\nNAME\nFLOOR_MAT\nNo\nOK\n",
+       "_vantoryconvert \"OBRYS_ZEWN\" \"ROOM\" B \"2da_pok06c_zs1fkav\" \"NR\" \"NAME\" \"FLOOR_MAT\" No"},
+      {corpus + "constructiq/house_plan.dxf", "WALL\n3X4F\nBlockInserts\nWC3\nFIXT_CODE\nFU_COLD\n(None)\nYes\nOK\n",
+       "_vantoryconvert \"WALL\" \"3X4F\" B \"WC3\" \"FIXT_CODE\" \"FU_COLD\" \"\" Yes"},
+  };
+  for (const Case& c : cases) {
+    if (!std::filesystem::exists(c.file)) continue;
+    SCOPED_TRACE(c.file + ": " + c.line);
+    std::ofstream(Path("answers.scr"), std::ios::binary) << "vantorconvertdlg\n" << c.answers;
+    const fx::cli_test::ProgramResult by_dialog =
+        RunProgram({"run", c.file, "-s", Path("answers.scr"), "-o", Path("dialog.dxf")});
     ASSERT_EQ(by_dialog.exit_status, 0) << by_dialog.err << by_dialog.out;
     EXPECT_NE(by_dialog.out.find("\n[OK/Cancel] <OK>: OK\nCommand: _vantoryconvert\n"), std::string::npos)
         << by_dialog.out;
     std::filesystem::remove(Path("program.reg"));
-    fx::cli_test::ProgramResult by_line = RunProgram({"run", drawing, "-c", line, "-o", Path("line.dxf")});
+    const fx::cli_test::ProgramResult by_line = RunProgram({"run", c.file, "-c", c.line, "-o", Path("line.dxf")});
     ASSERT_EQ(by_line.exit_status, 0) << by_line.err << by_line.out;
-    const std::string analysed = WithoutSaveTime(ReadBytes(Path("dialog.dxf")));
+    const std::string analysed = WithoutSaveTime(ReadFile(Path("dialog.dxf")));
     EXPECT_NE(analysed.find("VantoryApp"), std::string::npos);
-    EXPECT_TRUE(analysed == WithoutSaveTime(ReadBytes(Path("line.dxf"))));
-  }
-};
-
-TEST_F(ConvertDialogProgramTest, BlockInsertsOnTheSampleFloor) {
-  ExpectSameAsLine(SampleFloor(),
-                   "FloorArea\nRoomContours\nBlockInserts\nROOMTAG\nNAME\nCATEGORY\nDESCRIPTION\nNo\nOK\n",
-                   "_vantoryconvert \"FloorArea\" \"RoomContours\" B \"ROOMTAG\" \"NAME\" \"CATEGORY\" "
-                   "\"DESCRIPTION\" No");
-}
-
-TEST_F(ConvertDialogProgramTest, TextLayersOnTheSampleFloor) {
-  ExpectSameAsLine(SampleFloor(),
-                   "FloorArea\nRoomContours\nTextEntities\nRoomNames\nRoomTypes\nRoomDescriptions\nOK\n",
-                   "_vantoryconvert \"FloorArea\" \"RoomContours\" T \"RoomNames\" \"RoomTypes\" "
-                   "\"RoomDescriptions\"");
-}
-
-TEST_F(ConvertDialogProgramTest, CorpusFloorsInBothModes) {
-  struct Case {
-    const char* file;
-    const char* answers;
-    const char* line;
-  };
-  const Case cases[] = {
-      {"pms-app/building001-0_floor3.dxf",
-       "AREA-GROSS\nAREA-ASSIGN\nTextEntities\nA-IDEN-RNUM\nRooms-Information\nAREA-TEXT\nOK\n",
-       "_vantoryconvert \"AREA-GROSS\" \"AREA-ASSIGN\" T \"A-IDEN-RNUM\" \"Rooms-Information\" \"AREA-TEXT\""},
-      {"openindoor6/plan.dxf",
-       "ABY_Contour_Facade\nABY_Zone_ZIND\nTextEntities\nTexte_Pi\xc3\xa8" "ces\n(None)\n(None)\nOK\n",
-       "_vantoryconvert \"ABY_Contour_Facade\" \"ABY_Zone_ZIND\" T \"Texte_Pi\xc3\xa8" "ces\" \"\" \"\""},
-      {"wentcad/WATT_0a_PARTER.dxf",
-       "OBRYS_ZEWN\nROOM\nBlockInserts\n2da_pok06c_zs1fkav\nNR\nNAME\nFLOOR_MAT\nNo\nOK\n",
-       "_vantoryconvert \"OBRYS_ZEWN\" \"ROOM\" B \"2da_pok06c_zs1fkav\" \"NR\" \"NAME\" \"FLOOR_MAT\" No"},
-      {"constructiq/house_plan.dxf", "WALL\n3X4F\nBlockInserts\nWC3\nFIXT_CODE\nFU_COLD\n(None)\nYes\nOK\n",
-       "_vantoryconvert \"WALL\" \"3X4F\" B \"WC3\" \"FIXT_CODE\" \"FU_COLD\" \"\" Yes"},
-  };
-  for (const Case& c : cases) {
-    const std::string drawing = std::string(FX_CORPUS_DIR) + "/" + c.file;
-    if (!std::filesystem::exists(drawing)) continue;
-    SCOPED_TRACE(c.file);
-    ExpectSameAsLine(drawing, c.answers, c.line);
+    EXPECT_TRUE(analysed == WithoutSaveTime(ReadFile(Path("line.dxf"))));
   }
 }
 

@@ -1,11 +1,6 @@
 #include "dialogs_fixture.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "app/floorxport_app.h"
 #include "host/documents.h"
@@ -15,18 +10,7 @@ namespace fx::dialogs_test {
 
 std::string SampleFloor() { return std::string(FX_EXAMPLES_DIR) + "/sample-floor.dxf"; }
 
-std::string ReadBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
 DialogsTest::DialogsTest() {
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  dir_ = (std::filesystem::path(::testing::TempDir()) /
-          (std::string("dialogs_") + info->name() + "_" + std::to_string(getpid())))
-             .string();
-  std::filesystem::remove_all(dir_);
-  std::filesystem::create_directories(dir_);
   fx::settings::SetSettingsFilePath(Path("settings.reg"));
   modules_.Register("FloorXport", acrxEntryPoint);
   session_ = std::make_unique<fx::console::HostSession>(runner(), modules_);
@@ -38,7 +22,6 @@ DialogsTest::DialogsTest() {
 DialogsTest::~DialogsTest() {
   session_.reset();
   fx::settings::SetSettingsFilePath("");
-  std::filesystem::remove_all(dir_);
 }
 
 void DialogsTest::AddLayer(const char* name) {
@@ -79,7 +62,7 @@ std::string DialogsTest::Value(const fx::DialogModel& dialog, const std::string&
 
 fx::cli_test::ProgramResult DialogsTest::RunProgram(std::vector<std::string> args) {
   args.insert(args.begin(), {"--settings", Path("program.reg")});
-  return fx::cli_test::RunProgram(FX_FLOORXPORT, args, dir_);
+  return fx::cli_test::RunProgram(FX_FLOORXPORT, args, folder_.path().string());
 }
 
 }  // namespace fx::dialogs_test

@@ -14,11 +14,12 @@
 #include "host/dxf/console/host_session.h"
 #include "host/dxf/console/module_registry.h"
 #include "program_runner.h"
+#include "test_folder.h"
 
 namespace fx::dialogs_test {
 
 std::string SampleFloor();  // examples/sample-floor.dxf
-std::string ReadBytes(const std::string& path);
+using fx::cli_test::ReadFile;
 
 class DialogsTest : public fx::console::ConsoleTest {
  protected:
@@ -37,9 +38,9 @@ class DialogsTest : public fx::console::ConsoleTest {
 
   // The real floorxport with this test's settings file.
   fx::cli_test::ProgramResult RunProgram(std::vector<std::string> args);
-  std::string Path(const std::string& name) const { return dir_ + "/" + name; }
+  std::string Path(const std::string& name) const { return (folder_ / name).string(); }
 
-  std::string dir_;
+  fx::testing::TestFolder folder_{"fx-dialogs"};
   size_t seen_ = 0;
   fx::console::ModuleRegistry modules_;
   std::unique_ptr<fx::console::HostSession> session_;

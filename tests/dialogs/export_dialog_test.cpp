@@ -70,7 +70,7 @@ TEST_F(ExportDialogTest, TheCommandAnsweredByAScript) {
       << Path("chosen.svg") << "\nsvg\n";
   fx::cli_test::ProgramResult run = RunProgram({"run", SampleFloor(), "-s", Path("answers.scr")});
   EXPECT_EQ(run.exit_status, 0) << run.err << run.out;
-  const std::string chosen = ReadBytes(Path("chosen.svg"));
+  const std::string chosen = ReadFile(Path("chosen.svg"));
   EXPECT_NE(chosen.find("<path"), std::string::npos);
   EXPECT_EQ(chosen.find("<text"), std::string::npos) << "texts of the room name layers were drawn";
   fx::cli_test::ProgramResult shown = RunProgram({"settings"});

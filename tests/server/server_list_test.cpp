@@ -2,14 +2,13 @@
 #include "server/server_list.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "server/server_address.h"
 #include "settings/settings_path.h"
+#include "test_folder.h"
 
 namespace fx::server {
 namespace {
@@ -43,26 +42,14 @@ TEST(ServerAddressTest, TypedTextBecomesSchemeHostAndPortOnly) {
   };
   for (const auto& c : cases)
     EXPECT_EQ(FormServerAddress(c.typed), c.address) << '"' << c.typed << '"';
-  EXPECT_EQ(FormServerAddress("https://host.example:443"), FormServerAddress("host.example"));
-  EXPECT_EQ(DefaultPortOf("HTTP"), 80u);
-  EXPECT_EQ(DefaultPortOf("ftp"), 0u);
 }
 
 // Each test has a settings file of its own.
 class ServerListTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    dir_ = std::filesystem::path(::testing::TempDir()) /
-           (std::string("server_test_") + info->name() + "_" + std::to_string(getpid()));
-    std::filesystem::remove_all(dir_);
-    fx::settings::SetSettingsFilePath((dir_ / "PlanVault" / "VantoryApp.reg").string());
-  }
-  void TearDown() override {
-    fx::settings::SetSettingsFilePath("");
-    std::filesystem::remove_all(dir_);
-  }
-  std::filesystem::path dir_;
+  void SetUp() override { fx::settings::SetSettingsFilePath((folder_ / "PlanVault" / "VantoryApp.reg").string()); }
+  void TearDown() override { fx::settings::SetSettingsFilePath(""); }
+  fx::testing::TestFolder folder_{"fx-server"};
 };
 
 TEST_F(ServerListTest, AddsEachAddressOnceWithLetterCaseCounting) {

@@ -3,55 +3,28 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <map>
-#include <optional>
+#include "program_runner.h"
 
 namespace fx::settings {
 namespace {
 
-// Sets the variables for one test and puts the old values back afterwards.
-class SettingsPathTest : public ::testing::Test {
- protected:
-  void Set(const char* name, const char* value) {
-    if (!saved_.contains(name)) {
-      const char* old = std::getenv(name);
-      saved_[name] = old ? std::optional<std::string>(old) : std::nullopt;
-    }
-    if (value) {
-      setenv(name, value, 1);
-    } else {
-      unsetenv(name);
-    }
-  }
-  void TearDown() override {
-    for (const auto& [name, value] : saved_) {
-      if (value) {
-        setenv(name.c_str(), value->c_str(), 1);
-      } else {
-        unsetenv(name.c_str());
-      }
-    }
-    SetSettingsFilePath("");
-  }
+using fx::cli_test::ScopedEnvironmentVariable;
 
- private:
-  std::map<std::string, std::optional<std::string>> saved_;
-};
-
-TEST_F(SettingsPathTest, FollowsTheOverrideTheVariableThenTheConfigDirectory) {
+TEST(SettingsPathTest, FollowsTheOverrideTheVariableThenTheConfigDirectory) {
   SetSettingsFilePath("");
-  Set("FLOORXPORT_SETTINGS", nullptr);
-  Set("HOME", "/home/planner");
-  Set("XDG_CONFIG_HOME", nullptr);
-  EXPECT_EQ(SettingsFilePath(), "/home/planner/.config/PlanVault/VantoryApp.reg");
-  Set("XDG_CONFIG_HOME", "");
-  EXPECT_EQ(SettingsFilePath(), "/home/planner/.config/PlanVault/VantoryApp.reg");
-  Set("XDG_CONFIG_HOME", "relative/config");  // ignored, as the XDG rules ask
-  EXPECT_EQ(SettingsFilePath(), "/home/planner/.config/PlanVault/VantoryApp.reg");
-  Set("XDG_CONFIG_HOME", "/srv/config");
+  ScopedEnvironmentVariable variable("FLOORXPORT_SETTINGS", nullptr), home("HOME", "/home/planner");
+  const std::string in_home = "/home/planner/.config/PlanVault/VantoryApp.reg";
+  {
+    ScopedEnvironmentVariable config("XDG_CONFIG_HOME", nullptr);
+    EXPECT_EQ(SettingsFilePath(), in_home);
+  }
+  for (const char* ignored : {"", "relative/config"}) {  // a relative one too, as the XDG rules ask
+    ScopedEnvironmentVariable config("XDG_CONFIG_HOME", ignored);
+    EXPECT_EQ(SettingsFilePath(), in_home) << ignored;
+  }
+  ScopedEnvironmentVariable config("XDG_CONFIG_HOME", "/srv/config");
   EXPECT_EQ(SettingsFilePath(), "/srv/config/PlanVault/VantoryApp.reg");
-  Set("FLOORXPORT_SETTINGS", "/etc/floorxport/site.reg");
+  ScopedEnvironmentVariable site("FLOORXPORT_SETTINGS", "/etc/floorxport/site.reg");
   EXPECT_EQ(SettingsFilePath(), "/etc/floorxport/site.reg");
   SetSettingsFilePath("/tmp/run.reg");
   EXPECT_EQ(SettingsFilePath(), "/tmp/run.reg");

@@ -1,6 +1,7 @@
 // The five settings operations over the settings file: defaults, kinds,
-// limits, sections, exact text written, unknown content kept, the mirror of
-// the duplicate-name flag.
+// limits, sections, unknown content kept, the mirror of the duplicate-name
+// flag. The exact text of each kind is checked through the settings
+// command, in settings_command_test.cpp.
 #include "settings/settings.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@
 namespace fx::settings {
 namespace {
 
-using testing::ReadFileBytes;
+using testing::ReadFile;
 using testing::RegText;
 using testing::TextOfFile;
 using testing::Utf16LeFile;
@@ -24,57 +25,25 @@ constexpr char kExportHeader[] =
 
 class SettingsTest : public testing::SettingsFixture {
  protected:
-  std::string FileText() const { return TextOfFile(ReadFileBytes(settings_path_)); }
+  std::string FileText() const { return TextOfFile(ReadFile(settings_path_)); }
   void WriteExportOptions(const std::string& values) {
     WriteFileBytes(settings_path_, Utf16LeFile(RegText(kExportHeader + values + "\r\n")));
   }
 };
-
-TEST(SettingsKeyPath, IsBuiltByConcatenationWithTheTrailingBackslash) {
-  EXPECT_EQ(BuildSettingsKeyPath(0), "Software\\PlanVault\\VantoryApp\\ExportOptions\\");
-  EXPECT_EQ(BuildSettingsKeyPath(1), "Software\\PlanVault\\VantoryApp\\ConvertOptions\\");
-  EXPECT_EQ(BuildSettingsKeyPath(2), "Software\\PlanVault\\VantoryApp\\Server\\");
-  EXPECT_EQ(BuildSettingsKeyPath(3), "Software\\PlanVault\\VantoryApp");
-  EXPECT_EQ(BuildSettingsKeyPath(-1), "Software\\PlanVault\\VantoryApp");
-  EXPECT_EQ(SettingsFileKeyPath(2), "HKEY_CURRENT_USER\\Software\\PlanVault\\VantoryApp\\Server");
-}
 
 // Reads give the default for a missing file or section and write nothing;
 // the first write creates the file with the one section it needs.
 TEST_F(SettingsTest, AReadNeverWritesTheFirstWriteCreatesTheSection) {
   EXPECT_EQ(GetSettingInt(kVantoryDrawingVersion, 254, 0), 254);
   EXPECT_EQ(GetSettingString(kServerList, 2), "");
-  EXPECT_FALSE(testing::FileExists(settings_path_));
+  EXPECT_FALSE(std::filesystem::exists(settings_path_));
   ASSERT_TRUE(SetSettingInt(kDrawBox, 1, 0));
-  const std::string bytes = ReadFileBytes(settings_path_);
+  const std::string bytes = ReadFile(settings_path_);
   EXPECT_TRUE(bytes.starts_with("\xFF\xFE"));  // UTF-16LE with its byte order mark
   EXPECT_EQ(FileText(), RegText(std::string(kExportHeader) + "\"Draw Box\"=hex(0):01,00,00,00\r\n\r\n"));
   EXPECT_EQ(GetSettingString(kServerList, 2), "");
-  EXPECT_EQ(ReadFileBytes(settings_path_), bytes);
+  EXPECT_EQ(ReadFile(settings_path_), bytes);
   EXPECT_TRUE(diagnostics_.empty());
-}
-
-TEST_F(SettingsTest, WritesTheExactTextOfEachKind) {
-  ASSERT_TRUE(SetSettingInt(kDrawBox, 1, 0));
-  ASSERT_TRUE(SetSettingString(kExportFileFormat, "SVG", 0));
-  ASSERT_TRUE(SetSettingInt(kVantoryDrawingVersion, 31, 0));
-  ASSERT_TRUE(SetSettingInt("Negative", -2, 0));
-  ASSERT_TRUE(SetSettingString(kContourLayer, "A\\B \"C\" Räume", 1));
-  ASSERT_TRUE(SetSettingInt(kDrawBox, 0, 0));  // replaced in place
-  EXPECT_EQ(FileText(),
-            RegText(std::string(kExportHeader) +
-                    "\"Draw Box\"=hex(0):00,00,00,00\r\n"
-                    "\"Export file format\"=\"SVG\"\r\n"
-                    "\"Vantory Drawing Version\"=hex(0):1f,00,00,00\r\n"
-                    "\"Negative\"=hex(0):fe,ff,ff,ff\r\n"
-                    "\r\n"
-                    "[HKEY_CURRENT_USER\\Software\\PlanVault\\VantoryApp\\ConvertOptions]\r\n"
-                    "\"Contour Layer\"=\"A\\\\B \\\"C\\\" Räume\"\r\n"
-                    "\r\n"));
-  EXPECT_EQ(GetSettingInt(kVantoryDrawingVersion, 254, 0), 31);
-  EXPECT_EQ(GetSettingInt("negative", 0, 0), -2);  // names compare without case
-  EXPECT_EQ(GetSettingString(kContourLayer, 1), "A\\B \"C\" Räume");
-  EXPECT_EQ(GetSettingString(kContourLayer, 0), "");  // another section
 }
 
 TEST_F(SettingsTest, IntegersReadAnyTypeOfAtMostFourBytes) {
@@ -143,6 +112,7 @@ TEST_F(SettingsTest, SectionsOtherThan0To2AddressTheApplicationKey) {
                                 "\"Three\"=hex(0):03,00,00,00\r\n\r\n"));
 }
 
+// A value set under another letter case keeps the file's spelling.
 TEST_F(SettingsTest, UnknownKeysAndValuesAreKeptOnRewrite) {
   const std::string others =
       "[HKEY_LOCAL_MACHINE\\Software\\Other]\r\n"
@@ -151,19 +121,20 @@ TEST_F(SettingsTest, UnknownKeysAndValuesAreKeptOnRewrite) {
   WriteFileBytes(settings_path_, Utf16LeFile(RegText(others + kExportHeader +
                                                      "\"Unknown\"=hex(7):41,00,00,00,00,00\r\n"
                                                      "\"Bin\"=hex:01,02\r\n"
-                                                     "\"Hand\"=dword:00000005\r\n\r\n")));
+                                                     "\"Hand\"=dword:00000005\r\n"
+                                                     "\"draw box\"=dword:00000000\r\n\r\n")));
   ASSERT_TRUE(SetSettingInt(kDrawBox, 1, 0));
   EXPECT_EQ(FileText(), RegText(others + kExportHeader +
                                 "\"Unknown\"=hex(7):41,00,00,00,00,00\r\n"
                                 "\"Bin\"=hex:01,02\r\n"
                                 "\"Hand\"=dword:00000005\r\n"
-                                "\"Draw Box\"=hex(0):01,00,00,00\r\n\r\n"));
+                                "\"draw box\"=hex(0):01,00,00,00\r\n\r\n"));
 }
 
 TEST_F(SettingsTest, AUtf8FileStaysUtf8) {
   WriteFileBytes(settings_path_, RegText(std::string(kExportHeader) + "\"Draw Box\"=dword:1\r\n"));
   ASSERT_TRUE(SetSettingString(kExportFileFormat, "Räume", 0));
-  EXPECT_EQ(ReadFileBytes(settings_path_),
+  EXPECT_EQ(ReadFile(settings_path_),
             RegText(std::string(kExportHeader) +
                     "\"Draw Box\"=dword:00000001\r\n\"Export file format\"=\"Räume\"\r\n\r\n"));
 }
@@ -182,21 +153,6 @@ TEST_F(SettingsTest, TheDuplicateNameFlagMirrorsTheValue) {
   EXPECT_FALSE(AutoResolveDuplicateNames());
   EXPECT_EQ(GetSettingInt(kAutomaticallyResolveDuplicateNames, 9, 0), 1);
   SetAutoResolveDuplicateNamesFlag(true);
-}
-
-TEST_F(SettingsTest, TheTableHasEveryValueOnceWithItsDefaults) {
-  EXPECT_EQ(KnownSettings().size(), 27u);
-  for (const KnownSetting& setting : KnownSettings()) {
-    EXPECT_EQ(FindKnownSetting(setting.name), &setting) << setting.name;
-  }
-  const KnownSetting* version = FindKnownSetting("vantory drawing version");
-  ASSERT_NE(version, nullptr);
-  EXPECT_EQ(version->default_value, 254);
-  EXPECT_EQ(FindKnownSetting(kBlockOptimization)->default_value, 1);
-  EXPECT_FALSE(FindKnownSetting(kExportInOldFormat)->has_default);
-  EXPECT_EQ(FindKnownSetting(kServerList)->section, kSectionServer);
-  EXPECT_EQ(FindKnownSetting(kIdentificationType)->kind, SettingKind::kInteger);
-  EXPECT_EQ(FindKnownSetting("Nothing"), nullptr);
 }
 
 }  // namespace

@@ -1,10 +1,5 @@
 #include "settings_test_support.h"
 
-#include <sys/stat.h>
-
-#include <algorithm>
-#include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -15,38 +10,11 @@
 
 namespace fx::settings::testing {
 
-std::string MakeScratchDirectory() {
-  std::string pattern = ::testing::TempDir() + "fx_settings_XXXXXX";
-  if (mkdtemp(pattern.data()) == nullptr) ADD_FAILURE() << "mkdtemp failed for " << pattern;
-  return pattern;
-}
-
-std::string ReadFileBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
-
 void WriteFileBytes(const std::string& path, std::string_view bytes) {
   std::filesystem::create_directories(std::filesystem::path(path).parent_path());
   std::ofstream out(path, std::ios::binary | std::ios::trunc);
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   ASSERT_TRUE(out.good()) << path;
-}
-
-bool FileExists(const std::string& path) {
-  struct stat info {};
-  return stat(path.c_str(), &info) == 0;
-}
-
-std::vector<std::string> DirectoryEntries(const std::string& directory) {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(directory)) {
-    names.push_back(entry.path().filename().string());
-  }
-  std::sort(names.begin(), names.end());
-  return names;
 }
 
 std::string Utf16LeFile(std::string_view text) {
@@ -91,8 +59,6 @@ std::string Describe(const RegFile& file) {
 }
 
 void SettingsFixture::SetUp() {
-  directory_ = MakeScratchDirectory();
-  settings_path_ = directory_ + "/PlanVault/VantoryApp.reg";
   SetSettingsFilePath(settings_path_);
   SetSettingsDiagnostics([this](const std::string& message) { diagnostics_.push_back(message); });
 }
@@ -100,7 +66,6 @@ void SettingsFixture::SetUp() {
 void SettingsFixture::TearDown() {
   SetSettingsDiagnostics(nullptr);
   SetSettingsFilePath("");
-  std::filesystem::remove_all(directory_);
 }
 
 }  // namespace fx::settings::testing

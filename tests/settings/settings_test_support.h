@@ -9,18 +9,14 @@
 #include <string_view>
 #include <vector>
 
+#include "program_runner.h"
 #include "settings/reg_file.h"
+#include "test_folder.h"
 
 namespace fx::settings::testing {
 
-// Creates a fresh directory under the test temporary directory.
-std::string MakeScratchDirectory();
-
-std::string ReadFileBytes(const std::string& path);
+using fx::cli_test::ReadFile;
 void WriteFileBytes(const std::string& path, std::string_view bytes);
-bool FileExists(const std::string& path);
-// Names in `directory`, sorted.
-std::vector<std::string> DirectoryEntries(const std::string& directory);
 
 // `text` (UTF-8) as a UTF-16LE file with its byte order mark.
 std::string Utf16LeFile(std::string_view text);
@@ -34,15 +30,17 @@ std::string RegText(std::string_view body);
 // The keys and values as readable text, for comparisons.
 std::string Describe(const RegFile& file);
 
-// Each test gets its own settings file (dir/PlanVault/VantoryApp.reg, not yet
-// created) as the process-wide override, and collects the diagnostics.
+// Each test gets its own settings file (FOLDER/PlanVault/VantoryApp.reg,
+// not yet created) as the process-wide override, and collects the
+// diagnostics.
 class SettingsFixture : public ::testing::Test {
  protected:
   void SetUp() override;
   void TearDown() override;
 
-  std::string directory_;
-  std::string settings_path_;
+  fx::testing::TestFolder folder_{"fx-settings"};
+  const std::string directory_ = folder_.path().string();
+  const std::string settings_path_ = directory_ + "/PlanVault/VantoryApp.reg";
   std::vector<std::string> diagnostics_;
 };
 
