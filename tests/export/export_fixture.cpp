@@ -1,10 +1,6 @@
 #include "export_fixture.h"
 
-#include <zlib.h>
-
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include <unistd.h>
 
@@ -26,29 +22,6 @@ std::string ScratchDir() {
   std::filesystem::remove_all(dir);
   std::filesystem::create_directories(dir);
   return dir.string();
-}
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-std::string Gunzip(const std::string& path) {
-  const std::string bytes = ReadFile(path);
-  if (bytes.size() < 2 || static_cast<unsigned char>(bytes[0]) != 0x1F ||
-      static_cast<unsigned char>(bytes[1]) != 0x8B) {
-    return {};
-  }
-  gzFile file = gzopen(path.c_str(), "rb");
-  if (file == nullptr) return {};
-  std::string text;
-  char buffer[65536];
-  int read = 0;
-  while ((read = gzread(file, buffer, sizeof buffer)) > 0) text.append(buffer, static_cast<size_t>(read));
-  gzclose(file);
-  return text;
 }
 
 std::unique_ptr<pugi::xml_document> Parse(const std::string& text) {

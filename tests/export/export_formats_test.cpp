@@ -1,6 +1,7 @@
-// The format table and its crossing of codes and filter indexes, the
-// keywords, the setting values, the save dialog's filter and the extension
-// rules of the dialog's path.
+// The format table and its crossing of codes, keywords, filter indexes and
+// setting values, and the extension rule of the dialog's path. (Wrong
+// keywords, unknown setting values and the dialog's filters are checked
+// through the commands in export_commands_test.)
 #include <gtest/gtest.h>
 
 #include <string>
@@ -37,36 +38,6 @@ TEST(ExportFormats, CodesKeywordsFiltersAndSettingValuesCrossAsTabled) {
   EXPECT_FALSE(FormatOfFilterIndex(6));
 }
 
-TEST(ExportFormats, KeywordsMatchExactlyAndCaseSensitively) {
-  for (const char* wrong : {"XML", "Xml", "SVG", "PlanVault", "svg ", " svg", "", "drawings", "planvault v2", "svgZ"}) {
-    EXPECT_FALSE(FormatOfKeyword(wrong)) << '"' << wrong << '"';
-  }
-}
-
-TEST(ExportFormats, AnUnknownSettingValueMeansTheV1Format) {
-  for (const char* value : {"", "svg", "PlanVault v3", "SVG ", "PlanVault DRW2", "xml"}) {
-    EXPECT_EQ(FormatOfSettingValue(value), ExportFormat::kXml) << '"' << value << '"';
-  }
-  // "SVG" preselects the fourth filter, not the third.
-  EXPECT_EQ(RowOf(FormatOfSettingValue("SVG")).filter_index, 4);
-}
-
-TEST(ExportFormats, TheFilterStringHasFiveEntriesInDialogOrder) {
-  EXPECT_STREQ(kSaveFilter,
-               "PlanVault v1 (*.xml)|*.xml|PlanVault v2 (*.planvault)|*.planvault|PlanVault Drawing (*.drawing)|"
-               "*.drawing|SVG (*.svg)|*.svg|SVGZ (*.svgz)|*.svgz||");
-  const std::vector<FilterEntry> entries = ParseFilter(kSaveFilter);
-  ASSERT_EQ(entries.size(), 5u);
-  const char* kDescriptions[] = {"PlanVault v1 (*.xml)", "PlanVault v2 (*.planvault)", "PlanVault Drawing (*.drawing)",
-                                 "SVG (*.svg)", "SVGZ (*.svgz)"};
-  for (size_t i = 0; i < entries.size(); ++i) {
-    EXPECT_EQ(entries[i].description, kDescriptions[i]);
-    // The filter at index i + 1 has the extension of the format of that index.
-    EXPECT_EQ(entries[i].extension(), RowOf(*FormatOfFilterIndex(static_cast<int>(i) + 1)).extension);
-  }
-  EXPECT_EQ(FilterEntry({"All", "*.*"}).extension(), "");
-}
-
 TEST(ExportFormats, TheChosenFiltersExtensionIsAddedUnlessThePathHasIt) {
   const struct {
     const char* path;
@@ -85,13 +56,6 @@ TEST(ExportFormats, TheChosenFiltersExtensionIsAddedUnlessThePathHasIt) {
       {"my plans/a b.planvault", "planvault", "my plans/a b.planvault"},
   };
   for (const auto& c : kCases) EXPECT_EQ(PathWithExtension(c.path, c.extension), c.result) << c.path;
-}
-
-TEST(ExportFormats, TheInitialFileNameIsTheDrawingsPathWithoutExtension) {
-  EXPECT_EQ(PathWithoutExtension("/plans/level-1.dxf"), "/plans/level-1");
-  EXPECT_EQ(PathWithoutExtension("/plans.d/level-1"), "/plans.d/level-1");
-  EXPECT_EQ(PathWithoutExtension("a.b.dxf"), "a.b");
-  EXPECT_EQ(PathWithoutExtension(""), "");
 }
 
 }  // namespace
