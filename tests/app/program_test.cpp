@@ -83,14 +83,11 @@ TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
 }
 
 // A batch run never stalls in a dialog: when the script ends in one, its
-// default button is pressed, and the transcript says so.
+// default button is pressed (tests/console checks the rule); Room
+// identification's OK, once the layers are remembered, runs the analysis
+// with them.
 TEST_F(ProgramTest, AScriptThatEndsInADialogPressesItsDefaultButton) {
   const std::string settings = Path("settings.reg");
-  ProgramResult about = Run({"--settings", settings, "run", SmallPlan(), "-c", "vantoryShowAbout"});
-  EXPECT_EQ(about.exit_status, 0) << about.err;
-  EXPECT_EQ(about.out, "\nCommand: vantoryShowAbout\n" + kAboutTitle + "\n[OK/E-mailsupport] <OK>: " +
-                           "\nNo more input: pressed OK, the default button of \"" + kAboutTitle + "\".\n");
-  // Room identification's OK, once the layers are remembered, runs the analysis with them.
   const char* layers = "vantorconvertdlg FloorArea\nRoomContours\n\nROOMTAG\nNAME\n\n\n\nOK";
   ASSERT_EQ(Run({"--settings", settings, "run", SampleFloor(), "-c", layers}).exit_status, 0);
   const std::string out = Path("analysed.dxf");

@@ -2,8 +2,6 @@
 
 #include <filesystem>
 
-#include <unistd.h>
-
 #include "app/floorxport_app.h"
 #include "host/documents.h"
 #include "rooms/room_record.h"
@@ -13,16 +11,6 @@ namespace fx::export_test {
 
 std::string FloorDrawing() { return std::string(FX_EXPORT_TEST_DATA) + "/floor.dxf"; }
 std::string SampleFloor() { return std::string(FX_EXAMPLES_DIR) + "/sample-floor.dxf"; }
-
-std::string ScratchDir() {
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  const std::filesystem::path dir =
-      std::filesystem::path(::testing::TempDir()) /
-      (std::string("export_") + info->test_suite_name() + "_" + info->name() + "_" + std::to_string(getpid()));
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
-  return dir.string();
-}
 
 std::unique_ptr<pugi::xml_document> Parse(const std::string& text) {
   auto document = std::make_unique<pugi::xml_document>();

@@ -17,14 +17,14 @@
 #include "host/dxf/console/host_session.h"
 #include "host/dxf/console/module_registry.h"
 #include "program_runner.h"
+#include "scratch_dir.h"
 
 namespace fx::export_test {
 
 std::string FloorDrawing();  // tests/data/export/floor.dxf
 std::string SampleFloor();   // examples/sample-floor.dxf
 
-// A scratch directory of its own for the current test, made empty.
-std::string ScratchDir();
+inline std::string ScratchDir() { return fx::testing::MakeScratchDir("export"); }
 
 using fx::cli_test::ReadFile;
 using fx::testing::GunzipFile;

@@ -3,7 +3,6 @@
 // (floor_writers_test) does not reach.
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <cstdio>
 #include <limits>
@@ -28,16 +27,6 @@ TEST(FloorValues, FixedDecimalsAreThoseOfPrintf) {
   EXPECT_EQ(Fixed4(-0.0), "0.0000");
   EXPECT_EQ(Fixed6(std::numeric_limits<double>::quiet_NaN()), "0");
   EXPECT_EQ(Fixed4(std::numeric_limits<double>::infinity()), "0");
-}
-
-TEST(FloorValues, NumbersDoNotFollowTheProcessLocale) {
-  const char* old = std::setlocale(LC_NUMERIC, nullptr);
-  const std::string saved = old != nullptr ? old : "C";
-  if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr && std::setlocale(LC_NUMERIC, "fr_FR.UTF-8") == nullptr) {
-    GTEST_SKIP() << "no locale with a decimal comma";
-  }
-  EXPECT_EQ(VertexList({{1.5, -2.25}}), "[1.5000,-2.2500]");
-  std::setlocale(LC_NUMERIC, saved.c_str());
 }
 
 // Only min and max being one point is degenerate: a line has a centre.

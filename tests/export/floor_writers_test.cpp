@@ -175,14 +175,6 @@ TEST_F(FloorWritersTest, AFloorAreaOfAtMostOneMillionthIsZero) {
   EXPECT_FALSE(fx::exports::IsZeroArea(-0.0000011));
 }
 
-TEST_F(FloorWritersTest, YesToTheZeroAreaQuestionWritesTheAreaAsItIs) {
-  Open(FloorDrawing(), Answers({"Floor Area is zero.\\nDo you want to continue?=Yes"}));
-  SetFloorArea(0.0000005);
-  std::unique_ptr<pugi::xml_document> document = Parse(ExportText("xml"));
-  EXPECT_STREQ(document->child("FLOOR").attribute("AREA").value(), "0.0000");
-  EXPECT_EQ(document->child("FLOOR").select_nodes("point").size(), 3u);
-}
-
 // Strict callers (the send workflow) get warnings that stop the export.
 TEST_F(FloorWritersTest, StrictModeWarnsAndStopsWithoutAsking) {
   Open();
@@ -200,23 +192,15 @@ TEST_F(FloorWritersTest, StrictModeWarnsAndStopsWithoutAsking) {
   EXPECT_FALSE(std::filesystem::exists(Path("strict.out")));
 }
 
-TEST_F(FloorWritersTest, NoToTheMissingFloorQuestionLeavesTheFileAsItWas) {
-  Open();
-  RemoveRecord(fx::rooms::kFloorOutlineName);
-  for (const char* keyword : {"xml", "planvault", "drawing"}) {
-    const std::string path = Path(std::string("kept.") + keyword);
-    std::ofstream(path) << "old";
-    const std::string transcript = Export(path, keyword);
-    EXPECT_NE(transcript.find("\n[Warning] No Floor Area Polyline Found.\nDo you want to continue? [Yes/No] -> No"),
-              std::string::npos)
-        << transcript;
-    EXPECT_EQ(ReadFile(path), "old") << keyword;
-    EXPECT_EQ(transcript.find("Exported"), std::string::npos);
-  }
-}
-
-TEST_F(FloorWritersTest, YesToTheMissingFloorQuestionLeavesTheFloorEmpty) {
-  Open(FloorDrawing(), Answers({"No Floor Area Polyline Found.\\nDo you want to continue?=Yes"}));
+// Yes to the floor questions: a zero area is written as it is, a missing
+// floor leaves the floor empty. (No writes nothing: export_program_test.)
+TEST_F(FloorWritersTest, YesToTheFloorQuestionsWritesTheFloorAsItIs) {
+  Open(FloorDrawing(), Answers({"Floor Area is zero.\\nDo you want to continue?=Yes",
+                                "No Floor Area Polyline Found.\\nDo you want to continue?=Yes"}));
+  SetFloorArea(0.0000005);
+  const std::unique_ptr<pugi::xml_document> zero = Parse(ExportText("xml"));
+  EXPECT_STREQ(zero->child("FLOOR").attribute("AREA").value(), "0.0000");
+  EXPECT_EQ(zero->child("FLOOR").select_nodes("point").size(), 3u);
   RemoveRecord(fx::rooms::kFloorOutlineName);
   std::unique_ptr<pugi::xml_document> v1 = Parse(ExportText("xml"));
   const pugi::xml_node floor = v1->child("FLOOR");
@@ -394,12 +378,6 @@ TEST_F(FloorWritersTest, CompressedFormatsAreGzipOfThePlainOnes) {
     if (std::string_view(compressed) == "svgz") expected.replace(0, utf8.size(), cyrillic);
     EXPECT_EQ(GunzipFile(path), expected) << compressed;
   }
-}
-
-TEST(DrawingFileSize, TheWarningStartsAboveSixHundredKilobytes) {
-  EXPECT_FALSE(fx::exports::IsLargeDrawingFile(0));
-  EXPECT_FALSE(fx::exports::IsLargeDrawingFile(614400));
-  EXPECT_TRUE(fx::exports::IsLargeDrawingFile(614401));
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 // floor.
 #include <gtest/gtest.h>
 
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -16,6 +15,7 @@
 #include <nlohmann/json.hpp>
 
 #include "program_runner.h"
+#include "scratch_dir.h"
 
 namespace fx::review {
 namespace {
@@ -31,14 +31,7 @@ const std::vector<std::string> kProblemsBlock = {"--floor-layer", "Floor", "--co
 
 class ReviewProgramTest : public ::testing::Test {
  protected:
-  ReviewProgramTest() {
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    dir_ = (std::filesystem::path(::testing::TempDir()) /
-            ("review_" + std::string(info->name()) + "_" + std::to_string(getpid())))
-               .string();
-    std::filesystem::remove_all(dir_);
-    std::filesystem::create_directories(dir_);
-  }
+  ReviewProgramTest() : dir_(fx::testing::MakeScratchDir("review")) {}
   ~ReviewProgramTest() override { std::filesystem::remove_all(dir_); }
 
   // floorxport with its own settings file, then `args`.

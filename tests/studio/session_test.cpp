@@ -2,13 +2,13 @@
 // thread: commands that fail leave the drawing as it was, whether they
 // changed it or not, and the drawing's file changes only when saved.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 
 #include "app/floorxport_app.h"
 #include "host/dxf/console/module_registry.h"
 #include "program_runner.h"
+#include "scratch_dir.h"
 #include "settings/settings_path.h"
 #include "studio/host_loop.h"
 #include "studio/studio_session.h"
@@ -34,9 +34,7 @@ size_t RoomRecords(const std::string& dxf) {
 
 class SessionTest : public ::testing::Test {
  protected:
-  SessionTest() : dir_(fs::path(::testing::TempDir()) / ("studio_session_" + std::to_string(getpid()))) {
-    fs::remove_all(dir_);
-    fs::create_directories(dir_);
+  SessionTest() : dir_(fx::testing::MakeScratchDir("studio")) {
     fx::settings::SetSettingsFilePath((dir_ / "settings.reg").string());
     fs::copy_file(fs::path(FX_EXAMPLES_DIR) / "sample-floor.dxf", drawing());
   }

@@ -5,7 +5,6 @@
 // without a word; the rendering with blocks is what floorxport export
 // writes as .svg, and export_program_tests puts that through both tools.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <set>
@@ -14,6 +13,7 @@
 #include "corpus.h"
 #include "external_checkers.h"
 #include "host/dxf/drawing_io.h"
+#include "scratch_dir.h"
 #include "svg/render_model_space.h"
 #include "svg/svg_save.h"
 #include "svg_test_support.h"
@@ -42,9 +42,7 @@ TEST_F(SvgCorpusTest, EveryDrawingRendersToValidSvg) {
   std::vector<fs::path> drawings = fx::testing::CorpusDrawings();
   if (drawings.empty()) GTEST_SKIP() << "no corpus at " << fx::testing::CorpusDir();
   drawings.insert(drawings.begin(), fs::path(FX_EXAMPLES_DIR) / "sample-floor.dxf");
-  const fs::path out = fs::path(::testing::TempDir()) / ("svg_corpus_" + std::to_string(getpid()));
-  fs::remove_all(out);
-  fs::create_directories(out);
+  const fs::path out = fx::testing::MakeScratchDir("svg");
   for (const fs::path& path : drawings) {
     const std::string label = path.parent_path().filename().string() + "/" + path.filename().string();
     std::string error;

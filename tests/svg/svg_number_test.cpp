@@ -1,7 +1,6 @@
 // Numbers: the coordinate precision rule, coordinates, colours and widths.
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <cmath>
 #include <limits>
 
@@ -38,19 +37,6 @@ TEST(SvgNumberTest, CoordinatesDropTrailingZerosAndNegativeZero) {
     fx::svg::AppendCoordinate(out, c.value, c.decimals);
     EXPECT_EQ(out, c.text) << c.value << " " << c.decimals;
   }
-}
-
-// The process locale must not turn a decimal point into a comma.
-TEST(SvgNumberTest, LocaleDoesNotChangeNumbers) {
-  const char* previous = std::setlocale(LC_NUMERIC, nullptr);
-  const std::string saved = previous != nullptr ? previous : "C";
-  if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8") == nullptr && std::setlocale(LC_NUMERIC, "fr_FR.UTF-8") == nullptr)
-    GTEST_SKIP() << "no locale with a decimal comma installed";
-  std::string out;
-  fx::svg::AppendCoordinate(out, 1.5, 3);
-  EXPECT_EQ(out, "1.5");
-  EXPECT_EQ(fx::svg::LineWeightText(25), "0.25mm");
-  std::setlocale(LC_NUMERIC, saved.c_str());
 }
 
 TEST(SvgNumberTest, LineWeightsAndColours) {

@@ -8,6 +8,7 @@
 
 #include "gzip_file.h"
 #include "program_runner.h"
+#include "scratch_dir.h"
 #include "svg/pv_svg_world_draw.h"
 #include "svg/render_model_space.h"
 #include "svg/svg_document.h"
@@ -20,9 +21,7 @@ namespace fs = std::filesystem;
 class SvgSaveTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    dir_ = fs::path(::testing::TempDir()) / ("svg_save_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::remove_all(dir_);
-    fs::create_directories(dir_);
+    dir_ = fx::testing::MakeScratchDir("svg");
     PvSvgWorldDraw draw(nullptr, {{0, 0}, {10, 10}}, {});
     draw.pushModelTransform(fx::svg::WorldToSvg({{0, 0}, {10, 10}}));
     const AcGePoint3d points[2] = {{1, 1, 0}, {9, 9, 0}};
@@ -32,6 +31,7 @@ class SvgSaveTest : public ::testing::Test {
     draw.text({1, 5, 0}, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, "caf\xC3\xA9 \xE4\xB8\xAD <&>", true, style);
     document_ = draw.takeDocument();
   }
+  void TearDown() override { fs::remove_all(dir_); }
   // The names in the folder: nothing but what a test put there.
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
