@@ -1,9 +1,10 @@
 // Every corpus drawing and the bundled sample, each loaded once and rendered
 // with block optimisation on and off: something is drawn and every
 // reference in the document resolves. The inline rendering (blocks drawn
-// out, arcs approximated) is saved and must pass xmllint and rsvg-convert
-// without a word; the rendering with blocks is what floorxport export
-// writes as .svg, and export_program_tests puts that through both tools.
+// out, arcs approximated) is saved and read by xmllint without a word. The
+// rendering with blocks is what floorxport export writes as .svg, which
+// export_program_tests puts through xmllint and rsvg-convert; rendering the
+// inline one too would only draw the same texts and simpler elements.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -63,7 +64,6 @@ TEST_F(SvgCorpusTest, EveryDrawingRendersToValidSvg) {
       const std::string svg = (out / "inline.svg").string();
       ASSERT_TRUE(fx::svg::SaveSvg(*document, svg, &error)) << error;
       fx::testing::ExpectXmllintAccepts({svg}, out.string(), label);
-      fx::testing::ExpectRsvgRenders(svg, out.string(), label);
     }
   }
   fs::remove_all(out);
