@@ -7,8 +7,6 @@
 #include <iterator>
 #include <memory>
 
-#include <unistd.h>
-
 #include "host/database.h"
 #include "host/dxf/drawing_io.h"
 #include "host/resbuf.h"
@@ -48,16 +46,6 @@ const char kPlanVaultMenuTree[] =
 
 std::string SampleFloor() { return std::string(FX_EXAMPLES_DIR) + "/sample-floor.dxf"; }
 std::string SmallPlan() { return std::string(FX_CONSOLE_TEST_DATA) + "/small_plan.dxf"; }
-
-std::string ScratchDir() {
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  const std::filesystem::path dir = std::filesystem::path(::testing::TempDir()) /
-                                    (std::string("app_tests_") + info->test_suite_name() + "_" +
-                                     info->name() + "_" + std::to_string(getpid()));
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
-  return dir.string();
-}
 
 namespace {
 

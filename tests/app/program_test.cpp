@@ -1,6 +1,7 @@
 // End-to-end runs of the real floorxport program with the plug-in: the menu
-// tree, menu items picked by path in order with command lines, every command
-// name, the question when a changed linked drawing closes, the update check.
+// tree, menu items picked by path in order with command lines (the About
+// box among them), every command name, the question when a changed linked
+// drawing closes, the update check.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -59,7 +60,7 @@ TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
   const std::string out = Path("out.dxf");
   ProgramResult run = Run(
       {"run", SmallPlan(), "-c", "UNITS 5", "--menu", "&PlanVault/&Utils/&Shortcuts/&Units", "-c",
-       "6", "--menu", "&PlanVault/Ab&out", "-c", "", "--menu", "planvault/room list", "-c", "",
+       "6", "--menu", "&PlanVault/Ab&out", "-c", "e", "-c", "", "--menu", "planvault/room list", "-c", "",
        "-c", "OK", "-o", out});
   EXPECT_EQ(run.exit_status, 0) << run.err;
   EXPECT_EQ(run.err, "");
@@ -70,6 +71,8 @@ TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
             "\nEnter units (0-20) <5>: 6\nInsertion units set to 6 (Meters)."
             "\nCommand: vantoryShowAbout\n" +
                 kAboutTitle +
+                "\n[OK/E-mailsupport] <OK>: e"
+                "\nWrite to support@vantory.example: mailto:support@vantory.example"
                 "\n[OK/E-mailsupport] <OK>: "
                 "\nCommand: vantoryroomlistdlg\nRoom List"
                 "\n   #  Name | Category | Description | Comment | Area | Error description"
@@ -80,14 +83,11 @@ TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
 }
 
 // A batch run never stalls in a dialog: when the script ends in one, its
-// default button is pressed, and the transcript says so.
+// default button is pressed (tests/console checks the rule); Room
+// identification's OK, once the layers are remembered, runs the analysis
+// with them.
 TEST_F(ProgramTest, AScriptThatEndsInADialogPressesItsDefaultButton) {
   const std::string settings = Path("settings.reg");
-  ProgramResult about = Run({"--settings", settings, "run", SmallPlan(), "-c", "vantoryShowAbout"});
-  EXPECT_EQ(about.exit_status, 0) << about.err;
-  EXPECT_EQ(about.out, "\nCommand: vantoryShowAbout\n" + kAboutTitle + "\n[OK/E-mailsupport] <OK>: " +
-                           "\nNo more input: pressed OK, the default button of \"" + kAboutTitle + "\".\n");
-  // Room identification's OK, once the layers are remembered, runs the analysis with them.
   const char* layers = "vantorconvertdlg FloorArea\nRoomContours\n\nROOMTAG\nNAME\n\n\n\nOK";
   ASSERT_EQ(Run({"--settings", settings, "run", SampleFloor(), "-c", layers}).exit_status, 0);
   const std::string out = Path("analysed.dxf");
@@ -100,25 +100,14 @@ TEST_F(ProgramTest, AScriptThatEndsInADialogPressesItsDefaultButton) {
   EXPECT_NE(ReadFile(out).find("\n1001\nVantoryApp\n1000\n1.2\n"), std::string::npos);  // room records
 }
 
+// (Every way a path can name no item is in menu_test.)
 TEST_F(ProgramTest, AMenuPathThatNamesNoItemRunsNothing) {
   const std::string out = Path("out.dxf");
-  const struct {
-    const char* path;
-    const char* err;
-  } cases[] = {
-      {"&PlanVault/&Utils",
-       "floorxport: --menu \"&PlanVault/&Utils\": \"&PlanVault/&Utils\" is a menu, not an item\n"},
-      {"&PlanVault/Frob",
-       "floorxport: --menu \"&PlanVault/Frob\": no item \"Frob\" in menu "
-       "\"&PlanVault\"\n"},
-  };
-  for (const auto& c : cases) {
-    ProgramResult run = Run({"run", SmallPlan(), "-c", "UNITS 5", "--menu", c.path, "-o", out});
-    EXPECT_EQ(run.exit_status, 1);
-    EXPECT_EQ(run.out, "");
-    EXPECT_EQ(run.err, c.err);
-    EXPECT_FALSE(fs::exists(out));
-  }
+  ProgramResult run = Run({"run", SmallPlan(), "-c", "UNITS 5", "--menu", "&PlanVault/Frob", "-o", out});
+  EXPECT_EQ(run.exit_status, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "floorxport: --menu \"&PlanVault/Frob\": no item \"Frob\" in menu \"&PlanVault\"\n");
+  EXPECT_FALSE(fs::exists(out));
 }
 
 // The clean-up shortcuts are left out: they drive the host's clean-up commands.
@@ -189,54 +178,39 @@ TEST_F(ProgramTest, ALinkedDrawingChangedBySavingAsksBeforeItCloses) {
       "\n[Message] An unexpected error occurred. Please contact Vantory at +1 555 010 0199"
       "\n\nError details:\nERROR: Invalid server address. [OK] -> OK\n";
   EXPECT_TRUE(saved.out.ends_with(tail)) << saved.out;
-
-  ProgramResult unsaved = Run({"run", linked, "-c", "UNITS 6"});
-  EXPECT_EQ(unsaved.exit_status, 0) << unsaved.err;
-  EXPECT_EQ(unsaved.out.find("[Warning]"), std::string::npos) << unsaved.out;
 }
 
-// The update check library goes beside the program: a copy of it in a
-// directory of its own.
-class UpdateCheckTest : public ProgramTest {
- protected:
-  std::string InstallWith(const std::string& library) {
-    fs::create_directories(dir_ + "/bin");
-    const std::string program = dir_ + "/bin/floorxport";
-    fs::copy_file(kProgram, program);
-    if (!library.empty()) fs::copy_file(library, dir_ + "/bin/libUpdater.so");
-    return program;
-  }
-};
-
-TEST_F(UpdateCheckTest, CheckUpdateIsCalledOnceWhenTheLibraryIsThere) {
-  const std::string program = InstallWith(FX_TEST_UPDATER);
+// The update check library goes beside the program (a copy of it in a
+// folder of its own). CheckUpdate is called once when the library has it; a
+// library without it, or a file that is no library, is reported and the
+// run goes on; without the library nothing is said.
+TEST_F(ProgramTest, TheUpdateCheckLibraryBesideTheProgram) {
+  fs::create_directories(dir_ + "/bin");
+  const std::string program = dir_ + "/bin/floorxport", library = dir_ + "/bin/libUpdater.so";
+  fs::copy_file(kProgram, program);
+  fs::copy_file(FX_TEST_UPDATER, library);
   const std::string log = Path("updater.log");
   setenv("FX_TEST_UPDATER_LOG", log.c_str(), 1);
   ProgramResult result = Run({"menu"}, program);
   EXPECT_EQ(result.exit_status, 0) << result.err;
   EXPECT_EQ(result.out, kPlanVaultMenuTree);
   EXPECT_EQ(ReadFile(log), "CheckUpdate\n");
-}
 
-TEST_F(UpdateCheckTest, ALibraryThatCannotBeUsedIsReportedAndTheRunGoesOn) {
-  const std::string program = InstallWith(FX_TEST_UPDATER_WITHOUT_CHECK);
-  ProgramResult result = Run({"menu"}, program);
+  fs::remove(library);
+  fs::copy_file(FX_TEST_UPDATER_WITHOUT_CHECK, library);
+  result = Run({"menu"}, program);
   EXPECT_EQ(result.exit_status, 0) << result.err;
-  EXPECT_EQ(result.out, "\nUpdate check skipped: " + dir_ +
-                            "/bin/libUpdater.so has no CheckUpdate.\n" + kPlanVaultMenuTree);
+  EXPECT_EQ(result.out, "\nUpdate check skipped: " + library + " has no CheckUpdate.\n" + kPlanVaultMenuTree);
 
-  fs::remove(dir_ + "/bin/libUpdater.so");
-  std::ofstream(dir_ + "/bin/libUpdater.so") << "not a library\n";
-  ProgramResult junk = Run({"menu"}, program);
-  EXPECT_EQ(junk.exit_status, 0) << junk.err;
-  EXPECT_TRUE(junk.out.starts_with("\nUpdate check skipped: " + dir_ + "/bin/libUpdater.so"))
-      << junk.out;
-  EXPECT_TRUE(junk.out.ends_with(kPlanVaultMenuTree)) << junk.out;
-}
+  fs::remove(library);
+  std::ofstream(library) << "not a library\n";
+  result = Run({"menu"}, program);
+  EXPECT_EQ(result.exit_status, 0) << result.err;
+  EXPECT_TRUE(result.out.starts_with("\nUpdate check skipped: " + library)) << result.out;
+  EXPECT_TRUE(result.out.ends_with(kPlanVaultMenuTree)) << result.out;
 
-TEST_F(UpdateCheckTest, WithoutTheLibraryNothingIsSaid) {
-  const std::string program = InstallWith("");
-  ProgramResult result = Run({"run", SmallPlan(), "-c", "UNITS 5"}, program);
+  fs::remove(library);
+  result = Run({"run", SmallPlan(), "-c", "UNITS 5"}, program);
   EXPECT_EQ(result.exit_status, 0) << result.err;
   EXPECT_TRUE(result.out.starts_with("\nCommand: UNITS\n")) << result.out;
   EXPECT_EQ(result.err, "");

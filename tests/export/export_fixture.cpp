@@ -1,12 +1,6 @@
 #include "export_fixture.h"
 
-#include <zlib.h>
-
 #include <filesystem>
-#include <fstream>
-#include <sstream>
-
-#include <unistd.h>
 
 #include "app/floorxport_app.h"
 #include "host/documents.h"
@@ -17,39 +11,6 @@ namespace fx::export_test {
 
 std::string FloorDrawing() { return std::string(FX_EXPORT_TEST_DATA) + "/floor.dxf"; }
 std::string SampleFloor() { return std::string(FX_EXAMPLES_DIR) + "/sample-floor.dxf"; }
-
-std::string ScratchDir() {
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  const std::filesystem::path dir =
-      std::filesystem::path(::testing::TempDir()) /
-      (std::string("export_") + info->test_suite_name() + "_" + info->name() + "_" + std::to_string(getpid()));
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
-  return dir.string();
-}
-
-std::string ReadFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-std::string Gunzip(const std::string& path) {
-  const std::string bytes = ReadFile(path);
-  if (bytes.size() < 2 || static_cast<unsigned char>(bytes[0]) != 0x1F ||
-      static_cast<unsigned char>(bytes[1]) != 0x8B) {
-    return {};
-  }
-  gzFile file = gzopen(path.c_str(), "rb");
-  if (file == nullptr) return {};
-  std::string text;
-  char buffer[65536];
-  int read = 0;
-  while ((read = gzread(file, buffer, sizeof buffer)) > 0) text.append(buffer, static_cast<size_t>(read));
-  gzclose(file);
-  return text;
-}
 
 std::unique_ptr<pugi::xml_document> Parse(const std::string& text) {
   auto document = std::make_unique<pugi::xml_document>();

@@ -11,23 +11,24 @@
 #include <pugixml.hpp>
 
 #include "console_fixture.h"
+#include "gzip_file.h"
 #include "host/database.h"
 #include "host/dxf/console/answer_policy.h"
 #include "host/dxf/console/host_session.h"
 #include "host/dxf/console/module_registry.h"
+#include "program_runner.h"
+#include "scratch_dir.h"
 
 namespace fx::export_test {
 
 std::string FloorDrawing();  // tests/data/export/floor.dxf
 std::string SampleFloor();   // examples/sample-floor.dxf
 
-// A scratch directory of its own for the current test, made empty.
-std::string ScratchDir();
+inline std::string ScratchDir() { return fx::testing::MakeScratchDir("export"); }
 
-// A file's bytes; empty when it cannot be read.
-std::string ReadFile(const std::string& path);
-// The text of a gzip file; empty when it is no gzip file.
-std::string Gunzip(const std::string& path);
+using fx::cli_test::ReadFile;
+using fx::testing::GunzipFile;
+
 // The XML text parsed; fails the test when it is not well formed.
 std::unique_ptr<pugi::xml_document> Parse(const std::string& text);
 

@@ -2,14 +2,13 @@
 // thread: commands that fail leave the drawing as it was, whether they
 // changed it or not, and the drawing's file changes only when saved.
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "app/floorxport_app.h"
 #include "host/dxf/console/module_registry.h"
+#include "program_runner.h"
+#include "scratch_dir.h"
 #include "settings/settings_path.h"
 #include "studio/host_loop.h"
 #include "studio/studio_session.h"
@@ -19,16 +18,10 @@ namespace fx::studio {
 namespace {
 
 namespace fs = std::filesystem;
+using fx::cli_test::ReadFile;
 
 constexpr const char* kAnalyse =
     R"(_vantoryconvert "FloorArea" "RoomContours" T "RoomNames" "RoomTypes" "RoomDescriptions")";
-
-std::string ReadFile(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::ostringstream text;
-  text << file.rdbuf();
-  return text.str();
-}
 
 // Room records are extended data of "VantoryApp": one "1001" group each.
 size_t RoomRecords(const std::string& dxf) {
@@ -41,9 +34,7 @@ size_t RoomRecords(const std::string& dxf) {
 
 class SessionTest : public ::testing::Test {
  protected:
-  SessionTest() : dir_(fs::path(::testing::TempDir()) / ("studio_session_" + std::to_string(getpid()))) {
-    fs::remove_all(dir_);
-    fs::create_directories(dir_);
+  SessionTest() : dir_(fx::testing::MakeScratchDir("studio")) {
     fx::settings::SetSettingsFilePath((dir_ / "settings.reg").string());
     fs::copy_file(fs::path(FX_EXAMPLES_DIR) / "sample-floor.dxf", drawing());
   }
@@ -64,7 +55,7 @@ class SessionTest : public ::testing::Test {
   size_t RecordsNow(StudioSession& session, const char* name) {
     std::string error;
     EXPECT_TRUE(session.SaveAs((dir_ / name).string(), &error)) << error;
-    return RoomRecords(ReadFile(dir_ / name));
+    return RoomRecords(ReadFile((dir_ / name).string()));
   }
 
   fs::path dir_;
@@ -73,7 +64,7 @@ class SessionTest : public ::testing::Test {
 };
 
 TEST_F(SessionTest, AFailedCommandLeavesTheDrawingAsItWas) {
-  const std::string original = ReadFile(drawing());
+  const std::string original = ReadFile(drawing().string());
   StudioSession session(loop_, state_, drawing().string(),
                         [](console::ModuleRegistry& modules) { modules.Register("FloorXport", acrxEntryPoint); });
   std::string error;
@@ -85,14 +76,14 @@ TEST_F(SessionTest, AFailedCommandLeavesTheDrawingAsItWas) {
   EXPECT_EQ(state_.Snapshot(0)["last"]["problems"][0],
             "unknown command \"NOSUCHCOMMAND\"; the rest of the script was skipped");
   EXPECT_FALSE(state_.Snapshot(0)["drawing"]["modified"].get<bool>());
-  EXPECT_EQ(ReadFile(drawing()), original);
+  EXPECT_EQ(ReadFile(drawing().string()), original);
 
   // The analysis alone changes the drawing and is kept.
   EXPECT_TRUE(Run(session, {kAnalyse}));
   nlohmann::json drawing_state = state_.Snapshot(0)["drawing"];
   EXPECT_TRUE(drawing_state["modified"].get<bool>());
   EXPECT_GT(drawing_state["revision"].get<uint64_t>(), first_revision);
-  EXPECT_EQ(ReadFile(drawing()), original) << "only Save writes the drawing's file";
+  EXPECT_EQ(ReadFile(drawing().string()), original) << "only Save writes the drawing's file";
   EXPECT_EQ(session.Problems()["analysed"], true);
   const size_t analysed = RecordsNow(session, "analysed.dxf");
   EXPECT_GE(analysed, 24u);
@@ -106,7 +97,7 @@ TEST_F(SessionTest, AFailedCommandLeavesTheDrawingAsItWas) {
   EXPECT_FALSE(Run(session, {R"(_vantoryconvert "FloorArea" "Walls" T "RoomNames" "" "")", "NOSUCHCOMMAND"}));
   EXPECT_EQ(session.Problems()["analysed"], false) << "the drawing was read back";
   EXPECT_EQ(RecordsNow(session, "after-failures.dxf"), analysed);
-  EXPECT_EQ(ReadFile(drawing()), original);
+  EXPECT_EQ(ReadFile(drawing().string()), original);
   session.Close();
 }
 

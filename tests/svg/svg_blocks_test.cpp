@@ -101,7 +101,10 @@ TEST_F(SvgBlocksTest, UseDrawsWhatTheInsertsDraw) {
   }
 }
 
-TEST_F(SvgBlocksTest, OneDefinitionPerBlockScaleAndInheritedProperties) {
+// One definition per block, scale and inherited properties, each <use>
+// placed by its insert, attributes after their <use>, and by-block
+// properties taken from the insert that holds them.
+TEST_F(SvgBlocksTest, DefinitionsAndTheirUses) {
   auto document = Render(true);
   const pugi::xml_node defs = Defs(*document);
   // The drawing group comes after the definitions.
@@ -112,63 +115,23 @@ TEST_F(SvgBlocksTest, OneDefinitionPerBlockScaleAndInheritedProperties) {
   // inherits nothing), NEST, SELF, TAG.
   EXPECT_EQ(ids.size(), 9u);
   for (size_t i = 0; i < ids.size(); ++i) EXPECT_EQ(ids[i], "CB_" + std::to_string(i));
-  const std::vector<pugi::xml_node> uses = Elements(document->child("svg").child("g"), "use");
-  EXPECT_EQ(uses.size(), 11u);  // every insert but the MINSERT and the frozen one
-  // The swing takes the insert's colour.
-  const pugi::xml_node on_a = defs.find_child_by_attribute("g", "id", "CB_0");
-  const pugi::xml_node on_b = defs.find_child_by_attribute("g", "id", "CB_1");
-  EXPECT_STREQ(on_a.child("polyline").attribute("stroke").value(), "#FF0000");
-  EXPECT_STREQ(on_b.child("polyline").attribute("stroke").value(), "#00FF00");
-}
-
-TEST_F(SvgBlocksTest, UseTransformIsTheInsertsPlacement) {
-  auto document = Render(true);
-  const std::vector<pugi::xml_node> uses = Elements(document->child("svg").child("g"), "use");
-  ASSERT_GE(uses.size(), 2u);
+  const pugi::xml_node group = document->child("svg").child("g");
+  const std::vector<pugi::xml_node> uses = Elements(group, "use");
+  ASSERT_EQ(uses.size(), 11u);  // every insert but the MINSERT and the frozen one
   EXPECT_STREQ(uses[0].attribute("xlink:href").value(), "#CB_0");
   EXPECT_STREQ(uses[0].attribute("transform").value(), "matrix(1 0 0 -1 10 90)");
   EXPECT_STREQ(uses[1].attribute("xlink:href").value(), "#CB_0");
   EXPECT_STREQ(uses[1].attribute("transform").value(), "matrix(0 -1 -1 0 30 90)");
   // The scaled door's definition holds the scaled door: its transform keeps lengths.
-  const pugi::xml_node scaled = uses[3];
-  const auto m = fx::svg_test::TransformOf(scaled);
-  EXPECT_NEAR(std::hypot(m.a, m.b), 1, 1e-9);
-  const pugi::xml_node definition =
-      Defs(*document).find_child_by_attribute("g", "id", std::string(scaled.attribute("xlink:href").value()).substr(1).c_str());
-  EXPECT_STREQ(definition.child("line").attribute("y2").value(), "18");
-}
-
-TEST_F(SvgBlocksTest, AttributesFollowTheirUse) {
-  auto document = Render(true);
-  const pugi::xml_node group = document->child("svg").child("g");
-  const pugi::xml_node text = group.child("text");
-  ASSERT_TRUE(text);
-  EXPECT_STREQ(text.text().get(), "T1");
-  EXPECT_STREQ(text.previous_sibling().name(), "use");
-  // The definition has no attribute definition in it.
-  EXPECT_TRUE(Elements(Defs(*document), "text").empty());
-}
-
-TEST_F(SvgBlocksTest, WithoutOptimisationNothingIsDefined) {
-  auto document = Render(false);
-  EXPECT_FALSE(Defs(*document));
-  EXPECT_TRUE(Elements(*document, "use").empty());
-  EXPECT_EQ(Elements(*document, "text").size(), 1u);
-}
-
-TEST_F(SvgBlocksTest, InsertOnAFrozenLayerDrawsNothing) {
-  for (bool blocks : {true, false}) {
-    for (const Segment& s : fx::svg_test::Segments(*Render(blocks))) {
-      EXPECT_FALSE(s.a.x > 89 && s.a.y < 11) << s.a.x << "," << s.a.y;  // DOOR at (90,90)
-    }
-  }
-}
-
-TEST_F(SvgBlocksTest, ByBlockInANestedBlockTakesTheOuterInsertsColour) {
-  auto document = Render(true);
-  // NEST is inserted on A (red); its line by block is red, its chair keeps its blue.
+  EXPECT_NEAR(std::hypot(fx::svg_test::TransformOf(uses[3]).a, fx::svg_test::TransformOf(uses[3]).b), 1, 1e-9);
+  const std::string scaled = std::string(uses[3].attribute("xlink:href").value()).substr(1);
+  EXPECT_STREQ(defs.find_child_by_attribute("g", "id", scaled.c_str()).child("line").attribute("y2").value(), "18");
+  // The swing takes the insert's colour.
+  EXPECT_STREQ(defs.find_child_by_attribute("g", "id", "CB_0").child("polyline").attribute("stroke").value(), "#FF0000");
+  EXPECT_STREQ(defs.find_child_by_attribute("g", "id", "CB_1").child("polyline").attribute("stroke").value(), "#00FF00");
+  // NEST is inserted on A (red): its line by block is red, its chair keeps its blue.
   bool red_line = false, blue_chair = false;
-  for (pugi::xml_node g : Defs(*document).children("g")) {
+  for (pugi::xml_node g : defs.children("g")) {
     for (pugi::xml_node line : g.children("line"))
       if (std::string(line.attribute("x2").value()) == "4") red_line = std::string(line.attribute("stroke").value()) == "#FF0000";
     for (pugi::xml_node polygon : g.children("polygon"))
@@ -176,15 +139,30 @@ TEST_F(SvgBlocksTest, ByBlockInANestedBlockTakesTheOuterInsertsColour) {
   }
   EXPECT_TRUE(red_line);
   EXPECT_TRUE(blue_chair);
+  // The attribute follows its <use>; the definition holds no attribute definition.
+  const pugi::xml_node text = group.child("text");
+  ASSERT_TRUE(text);
+  EXPECT_STREQ(text.text().get(), "T1");
+  EXPECT_STREQ(text.previous_sibling().name(), "use");
+  EXPECT_TRUE(Elements(defs, "text").empty());
 }
 
-TEST_F(SvgBlocksTest, ByBlockTakesTheInsertsColourWhenDrawnOut) {
+// Drawn out, nothing is defined; by-block properties take the insert's
+// (the swings of the doors on A, red, and B, green: their arcs as
+// polylines); an insert on a frozen layer draws nothing (with blocks, it
+// has no <use>).
+TEST_F(SvgBlocksTest, DrawnOutInsertsTakeTheirProperties) {
   auto document = Render(false);
+  EXPECT_FALSE(Defs(*document));
+  EXPECT_TRUE(Elements(*document, "use").empty());
+  EXPECT_EQ(Elements(*document, "text").size(), 1u);
   std::set<std::string> colours;
-  // The swings of the doors on A (red) and B (green): the arcs, polylines here.
   for (pugi::xml_node polyline : Elements(document->child("svg").child("g"), "polyline"))
     colours.insert(polyline.attribute("stroke").value());
   EXPECT_EQ(colours, (std::set<std::string>{"#FF0000", "#00FF00"}));
+  for (const Segment& s : fx::svg_test::Segments(*document)) {
+    EXPECT_FALSE(s.a.x > 89 && s.a.y < 11) << s.a.x << "," << s.a.y;  // DOOR at (90,90)
+  }
 }
 
 // A block's layer-0 entities take the insert's layer, also for being seen:

@@ -35,17 +35,12 @@ const Case kNasty[] = {
     {"del \x7F ok", "del \x7F ok"},
 };
 
-TEST(SvgEscapeTest, TextContentCleansEveryNastyInput) {
-  for (const Case& c : kNasty) EXPECT_EQ(fx::svg::TextContent(c.input), c.cleaned) << c.input;
-}
-
-TEST(SvgEscapeTest, AttributeValueCleansEveryNastyInput) {
-  for (const Case& c : kNasty) EXPECT_EQ(fx::svg::AttributeValue(c.input), c.cleaned) << c.input;
-}
-
-// What is cleaned survives the document's text: written, parsed back, equal.
-TEST(SvgEscapeTest, CleanedTextRoundTripsThroughTheDocument) {
+// Each input cleaned for text and for attributes, and what is cleaned
+// survives the document's text: written, parsed back, equal.
+TEST(SvgEscapeTest, EveryNastyInputIsCleanedAndRoundTrips) {
   for (const Case& c : kNasty) {
+    EXPECT_EQ(fx::svg::TextContent(c.input), c.cleaned) << c.input;
+    EXPECT_EQ(fx::svg::AttributeValue(c.input), c.cleaned) << c.input;
     pugi::xml_document document;
     pugi::xml_node text = document.append_child("text");
     text.append_attribute("font-family") = fx::svg::AttributeValue(c.input).c_str();

@@ -1,13 +1,16 @@
-// Saving .svg and .svgz whole or not at all.
+// Saving .svg and .svgz whole or not at all, and the .svgz text in a code
+// page. (That .svgz is the compressed .svg is checked on real exports by
+// tests/export.)
 #include <gtest/gtest.h>
-#include <zlib.h>
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
-#include "svg/render_model_space.h"
+#include "gzip_file.h"
+#include "program_runner.h"
+#include "scratch_dir.h"
 #include "svg/pv_svg_world_draw.h"
+#include "svg/render_model_space.h"
 #include "svg/svg_document.h"
 #include "svg/svg_save.h"
 
@@ -18,36 +21,17 @@ namespace fs = std::filesystem;
 class SvgSaveTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    dir_ = fs::path(::testing::TempDir()) / ("svg_save_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
-    fs::remove_all(dir_);
-    fs::create_directories(dir_);
+    dir_ = fx::testing::MakeScratchDir("svg");
     PvSvgWorldDraw draw(nullptr, {{0, 0}, {10, 10}}, {});
     draw.pushModelTransform(fx::svg::WorldToSvg({{0, 0}, {10, 10}}));
     const AcGePoint3d points[2] = {{1, 1, 0}, {9, 9, 0}};
     draw.polyline(2, points);
-    draw.text({1, 5, 0}, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, "caf\xC3\xA9 <&>", true, Style());
-    document_ = draw.takeDocument();
-  }
-  static AcGiTextStyle Style() {
     AcGiTextStyle style;
     style.text_size = 1;
-    return style;
+    draw.text({1, 5, 0}, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, "caf\xC3\xA9 \xE4\xB8\xAD <&>", true, style);
+    document_ = draw.takeDocument();
   }
-  static std::string Read(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-  }
-  static std::string Gunzip(const fs::path& path) {
-    gzFile file = gzopen(path.c_str(), "rb");
-    std::string text;
-    char buffer[4096];
-    int got;
-    while (file != nullptr && (got = gzread(file, buffer, sizeof buffer)) > 0) text.append(buffer, static_cast<size_t>(got));
-    if (file != nullptr) gzclose(file);
-    return text;
-  }
+  void TearDown() override { fs::remove_all(dir_); }
   // The names in the folder: nothing but what a test put there.
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
@@ -60,34 +44,19 @@ class SvgSaveTest : public ::testing::Test {
   std::unique_ptr<pugi::xml_document> document_;
 };
 
-TEST_F(SvgSaveTest, SvgIsTheDocumentText) {
+TEST_F(SvgSaveTest, SvgReplacesTheFileWithTheDocumentText) {
   const fs::path path = dir_ / "plan.svg";
+  std::ofstream(path) << "old";
   std::string error;
   ASSERT_TRUE(fx::svg::SaveSvg(*document_, path.string(), &error)) << error;
-  EXPECT_EQ(Read(path), fx::svg::DocumentText(*document_));
+  EXPECT_EQ(fx::cli_test::ReadFile(path.string()), fx::svg::DocumentText(*document_));
   EXPECT_EQ(Names(), std::vector<std::string>{"plan.svg"});
-}
-
-TEST_F(SvgSaveTest, SvgzIsTheTextCompressed) {
-  const fs::path path = dir_ / "plan.svgz";
-  std::string error;
-  ASSERT_TRUE(fx::svg::SaveSvgz(*document_, path.string(), &error)) << error;
-  const std::string bytes = Read(path);
-  ASSERT_GT(bytes.size(), 10u);
-  EXPECT_EQ(static_cast<unsigned char>(bytes[0]), 0x1F);  // gzip
-  EXPECT_EQ(static_cast<unsigned char>(bytes[1]), 0x8B);
-  EXPECT_EQ(Gunzip(path), fx::svg::DocumentText(*document_));
-  EXPECT_EQ(Names(), std::vector<std::string>{"plan.svgz"});
 }
 
 // In a code page the text is the same document: the declaration names the
 // page, and a character the page cannot hold is a character reference.
 TEST_F(SvgSaveTest, SvgzInACodePageNamesItAndKeepsEveryCharacter) {
-  PvSvgWorldDraw draw(nullptr, {{0, 0}, {10, 10}}, {});
-  draw.pushModelTransform(fx::svg::WorldToSvg({{0, 0}, {10, 10}}));
-  draw.text({1, 5, 0}, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, "caf\xC3\xA9 \xE4\xB8\xAD <&>", true, Style());
-  const std::unique_ptr<pugi::xml_document> document = draw.takeDocument();
-  std::string utf8 = fx::svg::DocumentText(*document);
+  std::string utf8 = fx::svg::DocumentText(*document_);
   const std::string declaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>";
   ASSERT_TRUE(utf8.starts_with(declaration));
   utf8.erase(0, declaration.size());
@@ -110,38 +79,26 @@ TEST_F(SvgSaveTest, SvgzInACodePageNamesItAndKeepsEveryCharacter) {
   for (const auto& c : cases) {
     const fs::path path = dir_ / ("plan-" + std::to_string(c.code_page) + ".svgz");
     std::string error;
-    ASSERT_TRUE(fx::svg::SaveSvgz(*document, path.string(), &error, c.code_page)) << error;
-    EXPECT_EQ(Gunzip(path), "<?xml version=\"1.0\" encoding=\"" + std::string(c.declared) + "\"?>" +
-                                replaced(replaced(utf8, "\xC3\xA9", c.e_acute), "\xE4\xB8\xAD", c.zhong))
+    ASSERT_TRUE(fx::svg::SaveSvgz(*document_, path.string(), &error, c.code_page)) << error;
+    EXPECT_EQ(fx::testing::GunzipFile(path.string()),
+              "<?xml version=\"1.0\" encoding=\"" + std::string(c.declared) + "\"?>" +
+                  replaced(replaced(utf8, "\xC3\xA9", c.e_acute), "\xE4\xB8\xAD", c.zhong))
         << c.code_page;
   }
 }
 
-TEST_F(SvgSaveTest, ReplacesAnExistingFile) {
-  const fs::path path = dir_ / "plan.svg";
-  std::ofstream(path) << "old";
-  ASSERT_TRUE(fx::svg::SaveSvg(*document_, path.string()));
-  EXPECT_EQ(Read(path), fx::svg::DocumentText(*document_));
-}
-
-TEST_F(SvgSaveTest, MissingFolderFailsAndWritesNothing) {
-  const fs::path path = dir_ / "missing" / "plan.svg";
-  std::string error;
-  EXPECT_FALSE(fx::svg::SaveSvg(*document_, path.string(), &error));
-  EXPECT_NE(error.find(path.string()), std::string::npos) << error;
-  EXPECT_FALSE(fx::svg::SaveSvgz(*document_, path.string(), &error));
-  EXPECT_TRUE(Names().empty());
-}
-
-// A target that cannot be replaced (a folder) stays as it was and the new
-// file beside it is removed.
-TEST_F(SvgSaveTest, FailedReplaceLeavesTheTargetAndNoNewFile) {
-  const fs::path path = dir_ / "plan.svg";
-  fs::create_directories(path / "inside");
-  std::string error;
-  EXPECT_FALSE(fx::svg::SaveSvg(*document_, path.string(), &error));
-  EXPECT_FALSE(fx::svg::SaveSvgz(*document_, path.string(), &error));
-  EXPECT_TRUE(fs::is_directory(path / "inside"));
+// A missing folder, or a target that cannot be replaced (a folder): the
+// error names the path, the target stays as it was, no new file is left.
+TEST_F(SvgSaveTest, AFailedSaveWritesNothing) {
+  const fs::path blocked = dir_ / "plan.svg";
+  fs::create_directories(blocked / "inside");
+  for (const fs::path& path : {dir_ / "missing" / "plan.svg", blocked}) {
+    std::string error;
+    EXPECT_FALSE(fx::svg::SaveSvg(*document_, path.string(), &error));
+    EXPECT_NE(error.find(path.string()), std::string::npos) << error;
+    EXPECT_FALSE(fx::svg::SaveSvgz(*document_, path.string(), &error));
+  }
+  EXPECT_TRUE(fs::is_directory(blocked / "inside"));
   EXPECT_EQ(Names(), std::vector<std::string>{"plan.svg"});
 }
 

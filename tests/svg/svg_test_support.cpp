@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <charconv>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 
 #include "host/dxf/drawing_io.h"
 #include "svg/render_model_space.h"
+#include "svg/svg_document.h"
 
 namespace fx::svg_test {
 
@@ -50,6 +50,14 @@ std::unique_ptr<pugi::xml_document> Render(AcDbDatabase& db, const fx::svg::Fram
   return document;
 }
 
+std::string DrawnText(const pugi::xml_document& document) {
+  const std::string text = fx::svg::DocumentText(document);
+  const std::string open = R"(stroke-width="0.01mm" fill="none">)", close = "</g></svg>";
+  const size_t start = text.find(open);
+  if (start == std::string::npos || !text.ends_with(close)) return text;
+  return text.substr(start + open.size(), text.size() - close.size() - start - open.size());
+}
+
 std::vector<pugi::xml_node> Elements(const pugi::xml_node& root, const char* name) {
   std::vector<pugi::xml_node> found;
   for (pugi::xpath_node node : root.select_nodes((std::string(".//") + name).c_str())) found.push_back(node.node());
@@ -58,21 +66,11 @@ std::vector<pugi::xml_node> Elements(const pugi::xml_node& root, const char* nam
 
 std::vector<double> Numbers(std::string_view text) {
   std::vector<double> numbers;
-  const char* p = text.data();
-  const char* end = p + text.size();
-  while (p < end) {
-    if (std::strchr("0123456789-.", *p) == nullptr || (*p == '-' && p + 1 < end && std::strchr("0123456789.", p[1]) == nullptr)) {
-      ++p;
-      continue;
-    }
+  for (const char* p = text.data(); p < text.data() + text.size();) {
     double value = 0;
-    auto [next, error] = std::from_chars(p, end, value);
-    if (error != std::errc()) {
-      ++p;
-      continue;
-    }
-    numbers.push_back(value);
-    p = next;
+    const auto [next, error] = std::from_chars(p, text.data() + text.size(), value);
+    if (error == std::errc()) numbers.push_back(value);
+    p = error == std::errc() ? next : p + 1;
   }
   return numbers;
 }

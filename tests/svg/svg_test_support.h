@@ -30,6 +30,9 @@ std::string R12(std::string_view tables, std::string_view blocks, std::string_vi
 std::unique_ptr<pugi::xml_document> Render(AcDbDatabase& db, const fx::svg::Frame& frame,
                                            const fx::svg::SvgOptions& options = {});
 
+// What the drawing group holds, as the document's text writes it.
+std::string DrawnText(const pugi::xml_document& document);
+
 // Every element named `name`, in document order.
 std::vector<pugi::xml_node> Elements(const pugi::xml_node& root, const char* name);
 

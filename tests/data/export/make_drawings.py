@@ -1,29 +1,17 @@
 #!/usr/bin/python3
-"""Writes the small drawing of the export tests (tests/export).
+"""Writes the small drawings of the export tests (tests/export); they are
+committed: rerun (with Debian's /usr/bin/python3, python3-ezdxf 0.18, from
+this folder) only to change them, then update the expectations.
 
-Run with Debian's python3 (python3-ezdxf 0.18) from this directory:
-    /usr/bin/python3 make_drawings.py
-The drawing is committed; rerun only to change it, then update the
-expectations in tests/export.
-
-floor.dxf  a floor in metres whose rooms carry room records as an analysis
-           leaves them: a triangle named by a text, a rectangle and a 2D
-           POLYLINE that carry their own records, a room whose contour is
-           gone, one whose contour is a point, and one outside the floor.
-           Layers with every kind of colour and lineweight, one switched
-           off, one frozen, one without entities; a frame layer for
-           "Drawing Position" 2 (a point first, then a rectangle), a layer
-           holding only a point, and an active view centred on (50, 25),
-           40 by 20.
-no_view.dxf
-           an R12 drawing of one line without tables: no viewport table.
-no_active.dxf
-           a drawing of one line whose viewport table has no "*ACTIVE".
-twisted_view.dxf
-           a rectangle seen through an active view whose display system is
-           not the world's: target (100, 50), twist 90 degrees, centre (10, 5)
-           in the view, 40 by 20; in world coordinates it spans x 95 to 115
-           and y 20 to 60.
+floor.dxf         a floor in metres with room records as an analysis leaves
+                  them (each room's case is commented below), layers of every
+                  kind, a frame layer for "Drawing Position" 2 and an active
+                  view centred on (50, 25), 40 by 20.
+no_view.dxf       an R12 drawing of one line without tables.
+no_active.dxf     one line; the viewport table has no "*ACTIVE".
+twisted_view.dxf  a rectangle seen through a view whose display system is
+                  not the world's (target (100, 50), twist 90 degrees): in
+                  the world the view spans x 95 to 115 and y 20 to 60.
 """
 import ezdxf
 from ezdxf import bbox
@@ -41,6 +29,9 @@ def main():
     doc = ezdxf.new("R2018", setup=False)
     doc.header["$INSUNITS"] = 6  # metres
     doc.appids.new("VantoryApp")
+    # Every kind of colour and lineweight, one layer off, one frozen, one
+    # without entities; a frame (a point first, then a rectangle) and a
+    # layer holding only a point.
     layers = [
         # name, colour, lineweight (hundredths of a millimetre; -3 default)
         ("Floor", 8, 25), ("Contours", 3, -3), ("Names", 1, -1), ("Walls", 1, 211),
@@ -60,6 +51,9 @@ def main():
     floor = msp.add_lwpolyline([(0, 0), (20, 0), (20, 10), (0, 10)], close=True, dxfattribs={"layer": "Floor"})
     record(floor, "<*AREA_FLOOR*>")
 
+    # A triangle named by a text; a rectangle and a 2D POLYLINE that carry
+    # their own records; a room whose contour is gone, one whose contour is a
+    # point, and one outside the floor.
     triangle = msp.add_lwpolyline([(1, 1), (5, 1), (1, 4)], close=True, dxfattribs={"layer": "Contours"})
     name = msp.add_text("A1", dxfattribs={"layer": "Names", "height": 0.5, "insert": (1.5, 1.5)})
     record(name, "A1", "Office", 'Corner & "quoted" <room>', "first", linked=triangle.dxf.handle)

@@ -4,14 +4,14 @@
 // the drag ends, and the time a zoom by the wheel takes to paint the floor
 // at its new scale once the wheel rests.
 //
-//   node studio_first_picture.mjs FLOORXPORT DRAWING...
+//   node bench/studio_first_picture.mjs FLOORXPORT DRAWING...
 //
 // Not a test: timings depend on the machine. Debian's chromium, headless.
-import { launchChromium } from "./chromium.mjs";
+import { launchChromium } from "../tests/browser/chromium.mjs";
 import fs from "node:fs";
 import os from "node:os";
 import path from "node:path";
-import { startStudio } from "./studio_harness.mjs";
+import { startStudio } from "../tests/browser/studio_harness.mjs";
 
 const [floorxport, ...drawings] = process.argv.slice(2);
 const settings = path.join(fs.mkdtempSync(path.join(os.tmpdir(), "studio-bench-")), "settings.reg");
