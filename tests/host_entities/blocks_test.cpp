@@ -64,13 +64,6 @@ const char* const kDrawing = R"(0 SECTION|2 HEADER|9 $ACADVER|1 AC1009
 0 VERTEX|8 0|10 10|20 4|30 3
 0 VERTEX|8 0|10 0|20 4|30 3
 0 SEQEND|8 0
-0 POLYLINE|8 0|66 1|10 0|20 0|30 0|70 64|71 4|72 1
-0 VERTEX|8 0|10 0|20 0|30 0|70 192
-0 VERTEX|8 0|10 1|20 0|30 0|70 192
-0 VERTEX|8 0|10 1|20 1|30 1|70 192
-0 VERTEX|8 0|10 0|20 1|30 1|70 192
-0 VERTEX|8 0|10 0|20 0|30 0|70 128|71 1|72 2|73 3|74 -4
-0 SEQEND|8 0
 0 DIMENSION|8 0|2 *D1|10 0|20 0|30 0|11 2|21 1|31 0|70 0
 0 ENDSEC
 0 EOF
@@ -84,7 +77,7 @@ class BlocksTest : public ::testing::Test {
     db_ = fx::testing::LoadDrawing(lines, "blocks.dxf");
     ASSERT_NE(db_, nullptr);
     ids_ = fx::testing::ModelSpaceIds(*db_);
-    ASSERT_EQ(ids_.size(), 8u);
+    ASSERT_EQ(ids_.size(), 7u);
     fx::dxf::SetDrawWarningHandler([this](const std::string& message) { warnings_.push_back(message); });
   }
   void TearDown() override { fx::dxf::SetDrawWarningHandler(nullptr); }
@@ -212,19 +205,11 @@ TEST_F(BlocksTest, HeavyPolylineInObjectCoordinates) {
   ExpectBox(Extents(5), AcDbExtents({-12, 0, -3}, {0, 4, -3}), 1e-12);
 }
 
-TEST_F(BlocksTest, PolyfaceMeshDrawsAShell) {
-  RecordingDraw draw;
-  Draw(6, draw);
-  ASSERT_EQ(draw.Count(Primitive::kShell), 1u);
-  EXPECT_EQ(draw.primitives()[0].points.size(), 4u);
-  ExpectBox(Extents(6), AcDbExtents({0, 0, 0}, {1, 1, 1}), 1e-12);
-}
-
 TEST_F(BlocksTest, DimensionDrawsItsBlock) {
   RecordingDraw draw;
-  Draw(7, draw);
+  Draw(6, draw);
   EXPECT_EQ(draw.Count(Primitive::kPolyline), 1u);
-  ExpectBox(Extents(7), AcDbExtents({0, 0, 0}, {4, 0, 0}), 1e-12);
+  ExpectBox(Extents(6), AcDbExtents({0, 0, 0}, {4, 0, 0}), 1e-12);
 }
 
 TEST_F(BlocksTest, AttributeAccessAndAppend) {
