@@ -19,9 +19,3 @@ TEST(DateTest, JulianDatesUseMidnightDays) {
   EXPECT_EQ(date.minute(), 0);
   EXPECT_DOUBLE_EQ(date.julian(), 2451545.75);
 }
-
-TEST(DateTest, ComparesChronologically) {
-  EXPECT_LT(AcDbDate::fromJulian(2459000.5), AcDbDate::fromJulian(2459000.50001));
-  EXPECT_LT(AcDbDate::fromJulian(2459000.9), AcDbDate::fromJulian(2459001.1));
-  EXPECT_GT(AcDbDate::now().year(), 2020);
-}

@@ -22,13 +22,3 @@ TEST(ResbufTest, BuildsCopiesAndReleasesExtendedDataLists) {
   EXPECT_EQ(rb->resval.rpoint[2], 3);
   EXPECT_EQ(rb->rbnext, nullptr);
 }
-
-TEST(ResbufTest, KindsFollowGroupCodeRanges) {
-  EXPECT_EQ(ResbufKindOf(1000), ResbufValueKind::kString);
-  EXPECT_EQ(ResbufKindOf(1071), ResbufValueKind::kLong);
-  EXPECT_EQ(ResbufKindOf(1070), ResbufValueKind::kShort);
-  EXPECT_EQ(ResbufKindOf(1040), ResbufValueKind::kReal);
-  EXPECT_EQ(ResbufKindOf(1011), ResbufValueKind::kPoint);
-  EXPECT_EQ(ResbufKindOf(1004), ResbufValueKind::kBinary);
-  EXPECT_EQ(ResbufKindOf(RTSTR), ResbufValueKind::kString);
-}

@@ -2,21 +2,16 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
+#include "corpus.h"
 #include "host/database.h"
 #include "host/dxf/drawing_io.h"
 #include "host/dxf/imp_database.h"
-#include "corpus.h"
+#include "program_runner.h"
 
 namespace {
 
-std::string ReadBytes(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
+using fx::cli_test::ReadFile;
 
 std::unique_ptr<AcDbDatabase> Load(const std::filesystem::path& path) {
   std::string error;
@@ -62,7 +57,7 @@ TEST(DatabaseCorpusTest, LoadsOpensEveryObjectAndSavesIdentically) {
     auto out = std::filesystem::path(::testing::TempDir()) / "unchanged.dxf";
     std::string error;
     ASSERT_EQ(db->impl()->Save(out.string(), /*stamp_update_time=*/false, &error), Acad::eOk) << error;
-    EXPECT_TRUE(ReadBytes(out) == ReadBytes(path)) << "saved copy differs";
+    EXPECT_TRUE(ReadFile(out) == ReadFile(path)) << "saved copy differs";
   }
 }
 
@@ -182,6 +177,6 @@ TEST(DatabaseOpenTest, CommonGroupsAreReadAndWrittenWhereTheEntityKeepsThem) {
   auto out = std::filesystem::path(::testing::TempDir()) / "late_common_groups_edited.dxf";
   std::string error;
   ASSERT_EQ(db->impl()->Save(out.string(), /*stamp_update_time=*/false, &error), Acad::eOk) << error;
-  EXPECT_EQ(ReadBytes(out), head + after_empty_marker + "8\n0\n62\n4\n6\nDASHED\n" + vertices +
+  EXPECT_EQ(ReadFile(out), head + after_empty_marker + "8\n0\n62\n4\n6\nDASHED\n" + vertices +
                                 without_marker + "8\n0\n62\n5\n370\n25\n" + vertices + "0\nENDSEC\n0\nEOF\n");
 }

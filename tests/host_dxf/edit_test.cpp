@@ -1,5 +1,6 @@
 // Edits (replace, insert, erase) must be written in the file's own style, keep everything
-// else as it was, and read back.
+// else as it was, and read back. (Edits of real drawings, ASCII and binary, through the
+// database and read by ezdxf: host_db.)
 #include <gtest/gtest.h>
 
 #include "host/dxf/dxf_sections.h"
@@ -11,8 +12,7 @@ namespace {
 
 using testing::AllTags;
 using testing::ParseOrFail;
-using testing::ReadFileBytes;
-using testing::TestDataPath;
+using testing::TestData;
 
 RecordId FindType(const Document& doc, std::string_view type) {
   RecordId id = doc.first();
@@ -33,7 +33,7 @@ const Tag kCircle[] = {{0, "CIRCLE"}, {8, "Walls"}, {10, "5.0"},
 // POINT again), then writes, reads back and compares.
 void EditAndCheck(const std::string& file, std::string_view expected_circle_text) {
   SCOPED_TRACE(file);
-  const std::string original = ReadFileBytes(TestDataPath(file));
+  const std::string original = TestData(file);
   const std::unique_ptr<Document> doc = ParseOrFail(original, file);
   ASSERT_TRUE(doc);
   const RecordId line = FindType(*doc, "LINE");
@@ -61,8 +61,6 @@ void EditAndCheck(const std::string& file, std::string_view expected_circle_text
   const std::vector<Tag> expected = AllTags(*doc);
   std::string where;
   EXPECT_TRUE(testing::SameTags(expected, AllTags(*reread), &where)) << where;
-  for (size_t i = 0; i < expected.size(); ++i)
-    EXPECT_EQ(expected[i].value, AllTags(*reread)[i].value);
   // Unmodified records keep their bytes: the HEADER section comes out as it went in.
   const RecordId header = FindSection(*reread, "HEADER").section;
   EXPECT_EQ(reread->original_bytes(header),
@@ -101,30 +99,8 @@ TEST(Edit, RecordsWrittenAnewPadCodesAsTheFileDoes) {
             "  0\nENDSEC\n  0\nEOF\n");
 }
 
-TEST(Edit, BinaryDocumentsTakeEditsToo) {
-  const std::unique_ptr<Document> ascii =
-      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "a");
-  ASSERT_TRUE(ascii);
-  std::string binary;
-  ASSERT_TRUE(WriteTo(*ascii, &binary, Encoding::kBinary).ok());
-  const std::unique_ptr<Document> doc = ParseOrFail(binary, "binary");
-  ASSERT_TRUE(doc);
-  ASSERT_EQ(doc->encoding(), Encoding::kBinary);
-  ASSERT_NE(doc->InsertAfter(FindType(*doc, "LINE"), kCircle), kNoRecord);
-  std::string written;
-  ASSERT_TRUE(WriteTo(*doc, &written).ok());
-  const std::unique_ptr<Document> reread = ParseOrFail(written, "written");
-  ASSERT_TRUE(reread);
-  const RecordId circle = FindType(*reread, "CIRCLE");
-  ASSERT_NE(circle, kNoRecord);
-  EXPECT_EQ(reread->tags(circle)[5].value, "2.5");
-  EXPECT_EQ(static_cast<size_t>(reread->source_line(circle)),
-            written.find(std::string("\0\0CIRCLE", 8)));
-}
-
 TEST(Edit, TagsOfTheDocumentItselfCanBePassedBack) {
-  const std::unique_ptr<Document> doc =
-      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+  const std::unique_ptr<Document> doc = ParseOrFail(TestData("minimal.dxf"), "m");
   ASSERT_TRUE(doc);
   const RecordId line = FindType(*doc, "LINE");
   const std::string_view layer_before = doc->tags(line)[2].value;
@@ -138,8 +114,7 @@ TEST(Edit, TagsOfTheDocumentItselfCanBePassedBack) {
 }
 
 TEST(Edit, InvalidEditsChangeNothing) {
-  const std::unique_ptr<Document> doc =
-      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+  const std::unique_ptr<Document> doc = ParseOrFail(TestData("minimal.dxf"), "m");
   ASSERT_TRUE(doc);
   const RecordId line = FindType(*doc, "LINE");
   const size_t records = doc->record_count();

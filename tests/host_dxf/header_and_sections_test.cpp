@@ -10,30 +10,10 @@ namespace fx::dxf {
 namespace {
 
 using testing::ParseOrFail;
-using testing::ReadFileBytes;
-using testing::TestDataPath;
-
-TEST(Sections, FindSectionGivesTheContentRange) {
-  const std::unique_ptr<Document> doc =
-      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
-  ASSERT_TRUE(doc);
-  const SectionRange header = FindSection(*doc, "HEADER");
-  ASSERT_TRUE(header.found());
-  EXPECT_EQ(header.section, doc->first());
-  EXPECT_EQ(header.first, header.end);  // the variables are tags of the SECTION record
-  EXPECT_EQ(doc->type(header.end), "ENDSEC");
-
-  const SectionRange entities = FindSection(*doc, "ENTITIES");
-  ASSERT_TRUE(entities.found());
-  EXPECT_EQ(doc->type(entities.first), "LINE");
-  EXPECT_EQ(doc->next(entities.first), entities.end);
-  EXPECT_EQ(doc->type(entities.end), "ENDSEC");
-  EXPECT_FALSE(FindSection(*doc, "OBJECTS").found());
-}
+using testing::TestData;
 
 TEST(Sections, AMissingEndsecEndsAtTheNextSectionOrTheEnd) {
-  const std::unique_ptr<Document> doc =
-      ParseOrFail(ReadFileBytes(TestDataPath("missing_eof.dxf")), "m");
+  const std::unique_ptr<Document> doc = ParseOrFail(TestData("missing_eof.dxf"), "m");
   ASSERT_TRUE(doc);
   const RecordId endsec = doc->last();
   ASSERT_EQ(doc->type(endsec), "ENDSEC");
@@ -43,22 +23,12 @@ TEST(Sections, AMissingEndsecEndsAtTheNextSectionOrTheEnd) {
   EXPECT_EQ(entities.end, kNoRecord);
 }
 
-TEST(HeaderVariables, GetReadsTheValueTags) {
-  const std::unique_ptr<Document> doc =
-      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
+TEST(HeaderVariables, GetReadsAndSetReplacesOrAddsValueTags) {
+  const std::unique_ptr<Document> doc = ParseOrFail(TestData("minimal.dxf"), "m");
   ASSERT_TRUE(doc);
-  EXPECT_EQ(GetHeaderValue(*doc, "$ACADVER"), "AC1015");
   EXPECT_EQ(GetHeaderValue(*doc, "$INSUNITS"), "6");
-  ASSERT_EQ(GetHeaderVariable(*doc, "$INSUNITS").size(), 1u);
-  EXPECT_EQ(GetHeaderVariable(*doc, "$INSUNITS")[0].code, 70);
   EXPECT_TRUE(GetHeaderVariable(*doc, "$HANDSEED").empty());
   EXPECT_EQ(doc->acadver(), "AC1015");
-}
-
-TEST(HeaderVariables, SetReplacesOrAddsAndIsWritten) {
-  const std::unique_ptr<Document> doc =
-      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m");
-  ASSERT_TRUE(doc);
   const Tag units[] = {{70, "4"}};
   const Tag seed[] = {{5, "20000"}};
   const Tag extmin[] = {{10, "-1.5"}, {20, "2.0"}, {30, "0.0"}};
@@ -79,6 +49,7 @@ TEST(HeaderVariables, SetReplacesOrAddsAndIsWritten) {
   const std::unique_ptr<Document> reread = ParseOrFail(written, "written");
   ASSERT_TRUE(reread);
   EXPECT_EQ(GetHeaderValue(*reread, "$HANDSEED"), "20000");
+  EXPECT_EQ(GetHeaderVariable(*reread, "$INSUNITS")[0].code, 70);
   EXPECT_EQ(GetHeaderVariable(*reread, "$EXTMIN").size(), 3u);
   EXPECT_EQ(reread->acadver(), "AC1018");
 }

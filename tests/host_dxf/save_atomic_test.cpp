@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "host/dxf/dxf_writer.h"
+#include "program_runner.h"
 #include "test_support.h"
 
 namespace fx::dxf {
@@ -12,8 +13,7 @@ namespace {
 
 using testing::MakeScratchDirectory;
 using testing::ParseOrFail;
-using testing::ReadFileBytes;
-using testing::TestDataPath;
+using testing::TestData;
 
 std::vector<std::string> Entries(const std::string& directory) {
   std::vector<std::string> names;
@@ -35,13 +35,13 @@ TEST(SaveAtomic, ReplacesTheTargetKeepingItsPermissions) {
   const std::string target = directory + "/plan.dxf";
   WriteFile(target, "old");
   chmod(target.c_str(), 0640);
-  const std::string original = ReadFileBytes(TestDataPath("minimal.dxf"));
+  const std::string original = TestData("minimal.dxf");
   const std::unique_ptr<Document> doc = ParseOrFail(original, "minimal.dxf");
   ASSERT_TRUE(doc);
 
   const Status saved = SaveAtomic(*doc, target);
   ASSERT_TRUE(saved.ok()) << saved.message();
-  EXPECT_EQ(ReadFileBytes(target), original);
+  EXPECT_EQ(fx::cli_test::ReadFile(target), original);
   struct stat info {};
   ASSERT_EQ(stat(target.c_str(), &info), 0);
   EXPECT_EQ(info.st_mode & 07777, 0640u);
@@ -59,8 +59,7 @@ TEST(SaveAtomic, AFailedSaveLeavesTheTargetAndNoTemporaryFile) {
   const std::string directory = MakeScratchDirectory();
   const std::string target = directory + "/plan.dxf";
   WriteFile(target, "old");
-  const std::unique_ptr<Document> doc =
-      ParseOrFail(ReadFileBytes(TestDataPath("minimal.dxf")), "m.dxf");
+  const std::unique_ptr<Document> doc = ParseOrFail(TestData("minimal.dxf"), "m.dxf");
   ASSERT_TRUE(doc);
   RecordId line = doc->first();
   while (doc->type(line) != "LINE") line = doc->next(line);
@@ -73,7 +72,7 @@ TEST(SaveAtomic, AFailedSaveLeavesTheTargetAndNoTemporaryFile) {
   EXPECT_EQ(saved.message(), target +
                                  ": not saved: m.dxf:23: cannot write as binary: group code 10 "
                                  "value 'not a number' is not a number");
-  EXPECT_EQ(ReadFileBytes(target), "old");
+  EXPECT_EQ(fx::cli_test::ReadFile(target), "old");
   EXPECT_EQ(Entries(directory), std::vector<std::string>{"plan.dxf"});
 
   const Status no_directory = SaveAtomic(*doc, directory + "/missing/plan.dxf");

@@ -4,23 +4,13 @@
 #include <stdlib.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "host/dxf/dxf_caret.h"
 #include "host/dxf/dxf_values.h"
+#include "program_runner.h"
 
 namespace fx::dxf::testing {
 namespace {
-
-bool HasDxfExtension(const std::filesystem::path& path) {
-  std::string extension = path.extension().string();
-  std::transform(extension.begin(), extension.end(), extension.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return extension == ".dxf";
-}
 
 bool SameHex(std::string_view a, std::string_view b) {
   a = TrimBlanks(a);
@@ -37,27 +27,7 @@ std::string TestDataPath(std::string_view name) {
   return std::string(FX_TEST_DATA_DIR) + "/" + std::string(name);
 }
 
-std::vector<std::string> CorpusFiles() {
-  const char* from_environment = std::getenv("FX_CORPUS_DIR");
-  const std::filesystem::path root =
-      from_environment != nullptr && *from_environment != '\0' ? from_environment : FX_CORPUS_DIR;
-  std::vector<std::string> files;
-  std::error_code error;
-  if (!std::filesystem::is_directory(root, error)) return files;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(root, error)) {
-    if (entry.is_regular_file() && HasDxfExtension(entry.path()))
-      files.push_back(entry.path().string());
-  }
-  std::sort(files.begin(), files.end());
-  return files;
-}
-
-std::string ReadFileBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
+std::string TestData(std::string_view name) { return fx::cli_test::ReadFile(TestDataPath(name)); }
 
 std::unique_ptr<Document> ParseOrFail(std::string bytes, std::string_view name) {
   LoadError error;

@@ -16,11 +16,8 @@ namespace fx::dxf::testing {
 // A file of tests/data/dxf (passed in as FX_TEST_DATA_DIR at build time).
 std::string TestDataPath(std::string_view name);
 
-// Every *.dxf below $FX_CORPUS_DIR (default: the FX_CORPUS_DIR the build was configured
-// with), sorted; empty when that directory does not exist.
-std::vector<std::string> CorpusFiles();
-
-std::string ReadFileBytes(const std::string& path);
+// The bytes of a file of tests/data/dxf.
+std::string TestData(std::string_view name);
 
 struct CollectingSink : DiagnosticSink {
   void Report(Severity severity, std::string message) override {

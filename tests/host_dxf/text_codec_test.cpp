@@ -48,17 +48,6 @@ TEST(TextCodec, DecodingNeverFailsAndLeavesOtherBackslashesAlone) {
   EXPECT_EQ(utf8.Encode("Café ☃"), "Café ☃");
 }
 
-TEST(TextCodec, TheDrawingsVersionAndCodePageChooseTheCodec) {
-  bool known = false;
-  EXPECT_EQ(TextCodec::ForDrawing("AC1015", "ANSI_1251", &known).name(), "ANSI_1251");
-  EXPECT_TRUE(known);
-  EXPECT_TRUE(TextCodec::ForDrawing("AC1021", "ANSI_1251", &known).is_utf8());
-  EXPECT_EQ(TextCodec::ForDrawing("AC1009", "", &known).name(), "ANSI_1252");
-  EXPECT_TRUE(known);
-  EXPECT_EQ(TextCodec::ForDrawing("AC1009", "ANSI_99999", &known).name(), "ANSI_1252");
-  EXPECT_FALSE(known);
-}
-
 TEST(TextCodec, DocumentsDecodeTheirStrings) {
   const std::string drawing =
       "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1015\n9\n$DWGCODEPAGE\n3\nANSI_1251\n0\nENDSEC\n"

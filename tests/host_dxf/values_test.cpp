@@ -62,23 +62,6 @@ TEST(Values, QuickDecimalsReadExactlyAsFromChars) {
   }
 }
 
-TEST(Values, GroupCodeRangesHaveTheirTypes) {
-  EXPECT_EQ(ValueTypeOf(0), GroupValueType::kString);
-  EXPECT_EQ(ValueTypeOf(5), GroupValueType::kHandle);
-  EXPECT_EQ(ValueTypeOf(39), GroupValueType::kDouble);
-  EXPECT_EQ(ValueTypeOf(70), GroupValueType::kInt16);
-  EXPECT_EQ(ValueTypeOf(90), GroupValueType::kInt32);
-  EXPECT_EQ(ValueTypeOf(160), GroupValueType::kInt64);
-  EXPECT_EQ(ValueTypeOf(290), GroupValueType::kBool);
-  EXPECT_EQ(ValueTypeOf(310), GroupValueType::kBinaryChunk);
-  EXPECT_EQ(ValueTypeOf(330), GroupValueType::kHandle);
-  EXPECT_EQ(ValueTypeOf(1004), GroupValueType::kBinaryChunk);
-  EXPECT_EQ(ValueTypeOf(1071), GroupValueType::kInt32);
-  EXPECT_EQ(ValueTypeOf(80), GroupValueType::kUnknown);
-  EXPECT_EQ(ValueTypeOf(1072), GroupValueType::kUnknown);
-  EXPECT_EQ(ValueTypeOf(-1), GroupValueType::kUnknown);
-}
-
 TEST(Values, CaretEscapesRoundTrip) {
   const std::string text = "Room^2\r\nArea\t12 m^";
   EXPECT_EQ(CaretEncode(text), "Room^ 2^M^JArea^I12 m^ ");

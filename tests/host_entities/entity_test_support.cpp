@@ -78,30 +78,18 @@ class RecordingDraw::Geometry : public AcGiWorldGeometry {
 
   bool circle(const AcGePoint3d& center, double radius, const AcGeVector3d& normal) override {
     Primitive p = Start(Primitive::kCircle);
-    p.center = Model() * center;
-    p.radius = radius;
     p.normal = Model() * normal;
     AcGeMatrix3d frame = AcGeMatrix3d::planeToWorld(normal);
-    for (int i = 0; i < 4096; ++i) {
-      double t = 2 * std::numbers::pi * i / 4096;
-      p.points.push_back(Model() * (center + frame * AcGeVector3d(radius * std::cos(t), radius * std::sin(t), 0)));
-    }
+    Sample(p, center, frame * AcGeVector3d(radius, 0, 0), frame * AcGeVector3d(0, radius, 0), 2 * std::numbers::pi);
     return Add(std::move(p));
   }
   bool circularArc(const AcGePoint3d& center, double radius, const AcGeVector3d& normal,
                    const AcGeVector3d& start_vector, double sweep_angle, AcGiArcType) override {
     Primitive p = Start(Primitive::kArc);
-    p.center = Model() * center;
-    p.radius = radius;
     p.normal = Model() * normal;
-    p.start_vector = Model() * start_vector;
     p.sweep = sweep_angle;
-    // Sample the arc in model coordinates, then map: exact for the box.
     AcGeVector3d x = start_vector.normal(), y = normal.normal().crossProduct(x);
-    for (int i = 0; i <= 4096; ++i) {
-      double t = sweep_angle * i / 4096;
-      p.points.push_back(Model() * (center + x * (radius * std::cos(t)) + y * (radius * std::sin(t))));
-    }
+    Sample(p, center, x * radius, y * radius, sweep_angle);
     return Add(std::move(p));
   }
   bool polyline(uint32_t count, const AcGePoint3d* points, const AcGeVector3d*) override {
@@ -157,12 +145,32 @@ class RecordingDraw::Geometry : public AcGiWorldGeometry {
   int begin_inserts_ = 0, end_inserts_ = 0, hatch_hooks_ = 0;
 
  private:
+  // The start, middle and end points of the curve centre + x cos t
+  // + y sin t (t from 0 to sweep), and the box of 4097 points evenly along
+  // it, all in world coordinates. The points are sampled, so that the box
+  // does not share the host's extents arithmetic; cos and sin are stepped
+  // by rotation, which the corpus test needs to be fast.
+  void Sample(Primitive& p, const AcGePoint3d& center, const AcGeVector3d& x, const AcGeVector3d& y,
+              double sweep) const {
+    constexpr int kSteps = 4096;
+    const AcGePoint3d c = Model() * center;
+    const AcGeVector3d u = Model() * x, v = Model() * y;
+    const double step_cos = std::cos(sweep / kSteps), step_sin = std::sin(sweep / kSteps);
+    double cos_t = 1, sin_t = 0;
+    for (int i = 0; i <= kSteps; ++i) {
+      const AcGePoint3d q = c + u * cos_t + v * sin_t;
+      p.box.addPoint(q);
+      if (i == 0 || i == kSteps / 2 || i == kSteps) p.points.push_back(q);
+      const double next_cos = cos_t * step_cos - sin_t * step_sin;
+      sin_t = sin_t * step_cos + cos_t * step_sin;
+      cos_t = next_cos;
+    }
+  }
   Primitive Start(Primitive::Kind kind) const {
     Primitive p;
     p.kind = kind;
     p.fill = traits_.fillType();
     p.color = traits_.color();
-    p.layer = traits_.layerId();
     p.model = Model();
     return p;
   }
@@ -201,8 +209,12 @@ size_t RecordingDraw::Count(Primitive::Kind kind) const {
 AcDbExtents BoxOfDrawing(const RecordingDraw& draw) {
   AcDbExtents box;
   for (const Primitive& p : draw.primitives())
-    if (p.kind != Primitive::kText && p.kind != Primitive::kXline && p.kind != Primitive::kRay)
+    if (p.kind == Primitive::kArc || p.kind == Primitive::kCircle) {
+      box.addPoint(p.box.minPoint());
+      box.addPoint(p.box.maxPoint());
+    } else if (p.kind != Primitive::kText && p.kind != Primitive::kXline && p.kind != Primitive::kRay) {
       for (const AcGePoint3d& q : p.points) box.addPoint(q);
+    }
   return box;
 }
 

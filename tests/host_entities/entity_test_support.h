@@ -36,15 +36,14 @@ std::vector<AcDbObjectId> ModelSpaceIds(AcDbDatabase& db);
 struct Primitive {
   enum Kind { kCircle, kArc, kPolyline, kPolygon, kShell, kText, kXline, kRay };
   Kind kind = kPolyline;
-  std::vector<AcGePoint3d> points;  // world coordinates
-  AcGePoint3d center;               // circle, arc (world coordinates)
-  double radius = 0, sweep = 0;
-  AcGeVector3d normal, start_vector, direction;
+  std::vector<AcGePoint3d> points;  // world coordinates; arcs and circles: start, middle, end
+  AcDbExtents box;                  // circle, arc: the box of 4097 points evenly along it
+  double sweep = 0;                 // arc
+  AcGeVector3d normal, direction;
   std::string text;
   AcGiTextStyle style;
   AcGiFillType fill = kAcGiFillNever;
   uint16_t color = 0;
-  AcDbObjectId layer;
   AcGeMatrix3d model;  // model-to-world transform when it was drawn
 };
 
@@ -80,8 +79,8 @@ class RecordingDraw : public AcGiWorldDraw {
 };
 
 // The box of what was drawn, text and infinite lines left out (arcs and
-// circles by points sampled 4096 to a turn, shells by the vertices their
-// faces use), to compare with extents.
+// circles by their sampled box, shells by the vertices their faces use), to
+// compare with extents.
 AcDbExtents BoxOfDrawing(const RecordingDraw& draw);
 
 }  // namespace fx::testing

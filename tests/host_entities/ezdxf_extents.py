@@ -1,25 +1,24 @@
 """Extents of the model-space entities of a drawing by ezdxf, for the C++ test
 that compares them with the host's getGeomExtents.
 
-Usage: ezdxf_extents.py DRAWING            -- one JSON object per line and entity
+Usage: ezdxf_extents.py DRAWING            -- one line per entity
        ezdxf_extents.py DRAWING HANDLE...  -- finer boxes of those entities
 
-Each line of the first form is {"handle", "type"} with either "box" (ezdxf's
-bbox.extents(fast=False): minimum then maximum corner) or "skip" (why the
+Each line of the first form is "HANDLE TYPE BOX", BOX being ezdxf's
+bbox.extents(fast=False) (minimum then maximum corner), left out when the
 entity is not compared: text, whose size ezdxf measures with fonts; types the
-host does not measure; no extents).
+host does not measure; no extents.
 
 ezdxf's precise box is exact for the cubic Bezier curves it turns arcs,
 ellipses and bulges into, not for those curves themselves (up to about 3e-4
 of the radius for a quarter turn); it also counts polyline widths. The
-second form therefore gives, per handle, the box of points on the true
-centre lines: the entity exploded into ezdxf's lines, arcs, ellipses and
-splines (polylines into lines and arcs, hatches into their boundary
-curves), each flattened with a deviation below "distance" (relative 1e-7
-of the entity's size). That box lies inside the exact box and no more than
-"distance" short of it.
+second form therefore gives, per handle, "HANDLE DISTANCE BOX": the box of
+points on the true centre lines: the entity exploded into ezdxf's lines,
+arcs, ellipses and splines (polylines into lines and arcs, hatches into
+their boundary curves), each flattened with a deviation below DISTANCE
+(relative 1e-7 of the entity's size). That box lies inside the exact box
+and no more than DISTANCE short of it.
 """
-import json
 import sys
 
 import ezdxf
@@ -62,23 +61,15 @@ def skip_reason(entity):
     return None
 
 
-def corners(box):
-    return list(box.extmin) + list(box.extmax)
+def line(*words, box):
+    """The words, then the corners of the box if it has any."""
+    print(*words, *((list(box.extmin) + list(box.extmax)) if box.has_data else []))
 
 
 def coarse(doc):
     for entity in doc.modelspace():
-        record = {"handle": entity.dxf.handle, "type": entity.dxftype()}
-        reason = skip_reason(entity)
-        if reason is None:
-            box = bbox.extents([entity], fast=False)
-            if box.has_data:
-                record["box"] = corners(box)
-            else:
-                reason = "no extents"
-        if reason is not None:
-            record["skip"] = reason
-        print(json.dumps(record))
+        compared = skip_reason(entity) is None
+        line(entity.dxf.handle, entity.dxftype(), box=bbox.extents([entity], fast=False) if compared else BoundingBox())
 
 
 def is_flat_polyline(part):
@@ -149,10 +140,7 @@ def fine(doc, handles):
         box = BoundingBox()
         for primitive in disassemble.to_primitives(exploded(entity), max_flattening_distance=distance):
             box.extend(primitive.vertices())
-        record = {"handle": handle, "distance": distance}
-        if box.has_data:
-            record["fine"] = corners(box)
-        print(json.dumps(record))
+        line(handle, repr(distance), box=box)
 
 
 def main(argv):

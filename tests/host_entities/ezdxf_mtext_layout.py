@@ -65,6 +65,8 @@ def make_drawing(path):
     # a bottom-centre block.
     mtext("\\pql;\u4f1a\u8bae\u5ba4 101 \u529e\u516c\u533a \u4e00\u53f7\\P\u5927\u5385", (-200, 200), 6, 41.3, 8,
           text_direction=(0, 1, 0))
+    # Double spacing in a bottom-left block; an empty paragraph keeps its line.
+    mtext("a\\P\\Pb", (0, -300), 2, 0, 7, line_spacing_factor=2)
     doc.saveas(path)
     return doc
 
