@@ -55,12 +55,14 @@ TEST_F(ClientRepliesTest, ListingIsReadWhateverThePrefixesAndFraming) {
     EXPECT_EQ(building.name, "Garibaldi Tower");
     EXPECT_EQ(building.city, "Lyon");
     EXPECT_EQ(building.street, "12 rue Garibaldi");
+    EXPECT_EQ(building.street2, "Bâtiment B");
     EXPECT_EQ(building.state, "Auvergne-Rhône-Alpes");
     ASSERT_EQ(building.floors.size(), 2u);
     EXPECT_EQ(building.floors[0].name, "Rez-de-chaussée");
     EXPECT_EQ(building.floors[0].id, 120);
     EXPECT_DOUBLE_EQ(building.floors[0].area, 1835.5);
-    EXPECT_TRUE(building.floors[0].dwg_available);
+    EXPECT_TRUE(building.floors[0].drawing_available);
+    EXPECT_FALSE(building.floors[0].dwg_available);  // each flag read from its own element
     EXPECT_EQ(building.floors[0].binary_format, "DWG");
     // Missing id and dateUpdated read as zero; unknown elements are skipped.
     EXPECT_EQ(building.floors[1].id, 0);

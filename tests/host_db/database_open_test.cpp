@@ -99,6 +99,20 @@ TEST(DatabaseOpenTest, DuplicateHandlesFailTheLoadNamingBothLines) {
   EXPECT_EQ(error, path.string() + ":11: duplicate handle 1A (first used at line 5)");
 }
 
+// A handle the drawing does not hold finds nothing, even between two it holds (a room
+// record's link to a deleted contour must not land on the next entity).
+TEST(DatabaseOpenTest, HandlesNotInTheDrawingFindNothing) {
+  auto path = WriteDrawing("gap.dxf",
+                           "0\nSECTION\n2\nENTITIES\n0\nLINE\n5\n1A\n8\n0\n0\nLINE\n5\n1C\n8\n0\n0\nENDSEC\n0\nEOF\n");
+  auto db = Load(path);
+  ASSERT_NE(db, nullptr);
+  AcDbObjectId id;
+  EXPECT_EQ(db->getAcDbObjectId(id, false, AcDbHandle("1C")), Acad::eOk);
+  for (const char* missing : {"1B", "1D", "1"}) {
+    EXPECT_NE(db->getAcDbObjectId(id, false, AcDbHandle(missing)), Acad::eOk) << missing;
+  }
+}
+
 TEST(DatabaseOpenTest, AnErasedLayerGivesItsNameBack) {
   auto db = Load(std::filesystem::path(FX_TEST_DATA_DIR) / "dxf" / "locked_layer.dxf");
   ASSERT_NE(db, nullptr);
