@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "console_fixture.h"
+#include "scratch_dir.h"
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/dxf/console/host_session.h"
@@ -23,11 +24,10 @@ namespace fx::cleanup_test {
 
 class CleanupTest : public fx::console::ConsoleTest {
  protected:
-  CleanupTest();
   ~CleanupTest() override;
 
   // A file in this test's own temporary directory.
-  std::string TempPath(const std::string& name) const { return (dir_ / name).string(); }
+  std::string TempPath(const std::string& name) const { return dir_.path() + "/" + name; }
   void Open(const std::string& path);
   // Writes `drawing` to a temporary file and opens it.
   void Open(const TestDrawing& drawing);
@@ -50,7 +50,7 @@ class CleanupTest : public fx::console::ConsoleTest {
   fx::console::HostSession session_{runner(), modules_};
 
  private:
-  std::filesystem::path dir_;
+  fx::testing::ScratchDir dir_{"fx_cleanup"};
   int saves_ = 0;
 };
 

@@ -2,10 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
-#include <unistd.h>
-
 #include "app/floorxport_app.h"
 #include "settings/duplicate_names_flag.h"
 #include "settings/settings_path.h"
@@ -14,16 +10,6 @@ namespace fx::rooms_test {
 
 std::string TestDrawing(const std::string& name) { return std::string(FX_ROOMS_TEST_DATA) + "/" + name; }
 std::string SampleFloor() { return std::string(FX_EXAMPLES_DIR) + "/sample-floor.dxf"; }
-
-std::string ScratchDir() {
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  const std::filesystem::path dir =
-      std::filesystem::path(::testing::TempDir()) /
-      (std::string("rooms_") + info->test_suite_name() + "_" + info->name() + "_" + std::to_string(getpid()));
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
-  return dir.string();
-}
 
 std::string BlockModeLine(const char* remove_inserts) {
   return std::string(R"(_vantoryconvert "Floor" "Contours" B "ROOMTAG" "NAME" "CATEGORY" "DESCRIPTION" )") +
@@ -34,10 +20,10 @@ std::string TextModeLine() {
   return R"(_vantoryconvert "Floor" "Contours" T "Names" "Types" "Descriptions")";
 }
 
-RoomsTest::RoomsTest() : dir_(ScratchDir()) {
+RoomsTest::RoomsTest() {
   modules_.Register("FloorXport", acrxEntryPoint);
   // Never the user's own settings; the duplicate-name flag at its default.
-  fx::settings::SetSettingsFilePath(dir_ + "/settings.reg");
+  fx::settings::SetSettingsFilePath(dir_.path() + "/settings.reg");
   fx::settings::SetAutoResolveDuplicateNamesFlag(true);
 }
 
@@ -45,7 +31,6 @@ RoomsTest::~RoomsTest() {
   session_.reset();
   fx::settings::SetAutoResolveDuplicateNamesFlag(true);
   fx::settings::SetSettingsFilePath("");
-  std::filesystem::remove_all(dir_);
 }
 
 void RoomsTest::Open(const std::string& path) {
@@ -99,11 +84,11 @@ std::vector<AcDbObjectId> RoomsTest::NamesShowing(const std::string& name) const
   return found;
 }
 
-AcDbObjectId RoomsTest::ContourAt(double x, double y) const {
+AcDbObjectId RoomsTest::ContourAt(double x, double y, const char* layer) const {
   for (AcDbObjectId id : ModelSpace()) {
     AcDbObjectPointer<AcDbPolyline> polyline(id, AcDb::kForRead);
     AcGePoint2d first;
-    if (polyline.openStatus() == Acad::eOk && polyline->layer() == "Contours" &&
+    if (polyline.openStatus() == Acad::eOk && polyline->layer() == layer &&
         polyline->getPointAt(0, first) == Acad::eOk && first == AcGePoint2d(x, y)) {
       return id;
     }

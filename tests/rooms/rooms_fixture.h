@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "console_fixture.h"
+#include "scratch_dir.h"
 #include "host/database.h"
 #include "host/dxf/console/host_session.h"
 #include "host/dxf/console/module_registry.h"
@@ -21,9 +22,6 @@ namespace fx::rooms_test {
 // A drawing of tests/data/rooms by file name ("problems.dxf").
 std::string TestDrawing(const std::string& name);
 std::string SampleFloor();  // examples/sample-floor.dxf
-
-// A scratch directory of its own for the current test, made empty.
-std::string ScratchDir();
 
 // The command lines of the two modes on problems.dxf.
 std::string BlockModeLine(const char* remove_inserts = "No");
@@ -48,12 +46,12 @@ class RoomsTest : public fx::console::ConsoleTest {
   std::vector<AcDbObjectId> StampsNamed(const std::string& name) const;
   // The TEXT and MTEXT of layer Names showing `name`, in model-space order.
   std::vector<AcDbObjectId> NamesShowing(const std::string& name) const;
-  // The polyline of layer Contours whose first vertex is (x, y); null if none.
-  AcDbObjectId ContourAt(double x, double y) const;
+  // The polyline of `layer` whose first vertex is (x, y); null if none.
+  AcDbObjectId ContourAt(double x, double y, const char* layer = "Contours") const;
   // The record of `id`; an empty record with name "(none)" when it has none.
   fx::rooms::RoomRecord Record(AcDbObjectId id) const;
 
-  std::string dir_;
+  fx::testing::ScratchDir dir_{"rooms"};
   fx::console::ModuleRegistry modules_;
   std::unique_ptr<fx::console::HostSession> session_;
 };

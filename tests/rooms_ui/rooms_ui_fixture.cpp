@@ -1,7 +1,6 @@
 #include "rooms_ui_fixture.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -16,24 +15,13 @@ namespace fx::rooms_test {
 
 std::string BaseDrawing() { return std::string(FX_ROOMS_UI_DATA) + "/rooms_base.dxf"; }
 std::string PlanDrawing() { return std::string(FX_ROOMS_UI_DATA) + "/rooms_plan.dxf"; }
-std::string SampleFloor() { return std::string(FX_EXAMPLES_DIR) + "/sample-floor.dxf"; }
-
-std::string ScratchDir() {
-  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  const std::filesystem::path dir = std::filesystem::path(::testing::TempDir()) /
-                                    (std::string("rooms_ui_") + info->test_suite_name() + "_" +
-                                     info->name() + "_" + std::to_string(getpid()));
-  std::filesystem::remove_all(dir);
-  std::filesystem::create_directories(dir);
-  return dir.string();
-}
 
 std::string ReadBytes(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-RoomsUiTest::RoomsUiTest() : dir_(ScratchDir()) {
+RoomsUiTest::RoomsUiTest() {
   modules_.Register("FloorXport", acrxEntryPoint);
   fx::rooms::Cursors().Reset();
   // Never the user's own settings.
@@ -43,7 +31,6 @@ RoomsUiTest::RoomsUiTest() : dir_(ScratchDir()) {
 RoomsUiTest::~RoomsUiTest() {
   session_.reset();
   fx::settings::SetSettingsFilePath("");
-  std::filesystem::remove_all(dir_);
 }
 
 void RoomsUiTest::Open(const std::string& path) {
@@ -96,8 +83,7 @@ AcDbObjectId RoomsUiTest::AddText(const char* text, double x, double y) {
 }
 
 AcDbObjectId RoomsUiTest::AddInsert(const char* block, double x, double y,
-                                    const std::vector<std::string>& values, double scale,
-                                    double rotation) {
+                                    const std::vector<std::string>& values, double scale) {
   AcDbObjectId block_id;
   {
     AcDbBlockTable* table = nullptr;
@@ -107,7 +93,6 @@ AcDbObjectId RoomsUiTest::AddInsert(const char* block, double x, double y,
   }
   auto* insert = new AcDbBlockReference(AcGePoint3d(x, y, 0), block_id);
   insert->setScaleFactors({scale, scale, scale});
-  insert->setRotation(rotation);
   const AcDbObjectId id = AppendToModelSpace(db(), insert);
   insert->setLayer("RoomTags");
   const AcGeMatrix3d transform = insert->blockTransform();
@@ -148,12 +133,6 @@ void RoomsUiTest::WriteRecord(AcDbObjectId id, const std::string& name, AcDbObje
 std::vector<AcDbObjectId> RoomsUiTest::ModelSpace() const {
   AcDbObjectPointer<AcDbBlockTableRecord> model_space(db().modelSpaceId(), AcDb::kForRead);
   return model_space->entityIds();
-}
-
-AcDbObjectId RoomsUiTest::ByHandle(const std::string& handle) const {
-  AcDbObjectId id;
-  db().getAcDbObjectId(id, false, AcDbHandle(handle));
-  return id;
 }
 
 }  // namespace fx::rooms_test

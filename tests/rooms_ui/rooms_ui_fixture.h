@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "console_fixture.h"
+#include "scratch_dir.h"
 #include "host/database.h"
 #include "host/dxf/console/host_session.h"
 #include "host/dxf/console/module_registry.h"
@@ -20,10 +21,6 @@ namespace fx::rooms_test {
 // The drawings of tests/data/rooms_ui (see make_drawings.py there).
 std::string BaseDrawing();
 std::string PlanDrawing();
-std::string SampleFloor();  // examples/sample-floor.dxf
-
-// A scratch directory of its own for the current test, made empty.
-std::string ScratchDir();
 
 // Reads a whole file as bytes; empty when it cannot be read.
 std::string ReadBytes(const std::string& path);
@@ -48,18 +45,17 @@ class RoomsUiTest : public fx::console::ConsoleTest {
   // A reference of `block` in model space with the attributes its
   // definitions give, valued from `values` in order.
   AcDbObjectId AddInsert(const char* block, double x, double y,
-                         const std::vector<std::string>& values = {}, double scale = 1,
-                         double rotation = 0);
+                         const std::vector<std::string>& values = {}, double scale = 1);
   // A room record written on `id` as the analysis writes it.
   void WriteRecord(AcDbObjectId id, const std::string& name, AcDbObjectId contour = {},
                    int32_t flags = 0, const std::string& category = "",
                    const std::string& description = "", const std::string& comment = "");
 
   std::vector<AcDbObjectId> ModelSpace() const;
-  AcDbObjectId ByHandle(const std::string& handle) const;
   static std::string Handle(AcDbObjectId id) { return id.handle().ascii(); }
 
-  std::string dir_;
+  fx::testing::ScratchDir scratch_{"rooms_ui"};
+  const std::string dir_ = scratch_.path();
   fx::console::ModuleRegistry modules_;
   std::unique_ptr<fx::console::HostSession> session_;
 };
