@@ -92,7 +92,9 @@ TEST_F(AuditTest, ReportsEachProblemThenFixesItForGood) {
   ASSERT_EQ(database().getNamedObjectsDictionary(root, AcDb::kForRead), Acad::eOk);
   EXPECT_EQ(root->numEntries(), 1u);  // ACAD_GROUP
   root->close();
-  SaveAndReopen();
+  SaveAs(TempPath("fixed.dxf"));
+  session_.CloseDrawing();
+  Open(TempPath("fixed.dxf"));
   EXPECT_EQ(RunCommands("_AUDIT N"),
             "\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: N\n0 errors found, 0 fixed.\n");
   EXPECT_GT(database().handseed().value(), AcDbHandle(largest).value());

@@ -23,13 +23,6 @@ void CleanupTest::SaveAs(const std::string& path) {
   ASSERT_TRUE(session_.Save(path, &error)) << error;
 }
 
-void CleanupTest::SaveAndReopen() {
-  const std::string path = TempPath("saved" + std::to_string(++saves_) + ".dxf");
-  SaveAs(path);
-  session_.CloseDrawing();
-  Open(path);
-}
-
 std::string CleanupTest::RunCommands(const std::string& script) {
   terminal_.out.clear();
   return Run(script);

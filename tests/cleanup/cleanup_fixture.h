@@ -1,12 +1,11 @@
 // A console with the host commands and a drawing open, for the clean-up
 // tests: run command lines, look at the drawing's tables and model space,
-// save and read the drawing back.
+// save the drawing.
 #ifndef FLOORXPORT_TESTS_CLEANUP_CLEANUP_FIXTURE_H_
 #define FLOORXPORT_TESTS_CLEANUP_CLEANUP_FIXTURE_H_
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <set>
 #include <string>
 #include <vector>
@@ -31,8 +30,6 @@ class CleanupTest : public fx::console::ConsoleTest {
   void Open(const std::string& path);
   // Writes `drawing` to a temporary file and opens it.
   void Open(const TestDrawing& drawing);
-  // Saves, closes and opens the saved file again.
-  void SaveAndReopen();
   void SaveAs(const std::string& path);
   // Runs `script` and returns what it printed (the transcript so far is cleared first).
   std::string RunCommands(const std::string& script);
@@ -51,7 +48,6 @@ class CleanupTest : public fx::console::ConsoleTest {
 
  private:
   fx::testing::ScratchDir dir_{"fx_cleanup"};
-  int saves_ = 0;
 };
 
 }  // namespace fx::cleanup_test

@@ -5,7 +5,8 @@
 // and compared with the original by ezdxf.
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <algorithm>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 
@@ -127,12 +128,11 @@ class CorpusTest : public CleanupTest {
   }
 };
 
-const std::string kNothingToPurge = "\nNo unreferenced objects to purge.\n";
-
 // ezdxf reads a drawing many times slower than our host, so it compares
-// only these: the drawings where AUDIT repairs something, where OVERKILL
-// erases and merges most, and a binary and an R12 file. On the others it
-// would only repeat the round trip our host checks on every drawing.
+// only these: the drawings where AUDIT repairs something, some of those
+// where OVERKILL erases copies and merges lines (not the largest), and a
+// binary and an R12 file. On the others it would only repeat the round
+// trip our host checks on every drawing.
 const std::set<std::string> kEzdxfChecked = {
     "acadsharp/sample_AC1018_binary.dxf", "anandkothar-plans/plan.dxf", "cs-proxymix/SanSebastian_building.dxf",
     "ezdxf/multi_insert_with_attribs.dxf", "hal9kspace/floorplan.dxf", "jupedsim/2014_12_19_Einkaufsebene.dxf",
@@ -176,7 +176,7 @@ TEST_F(CorpusTest, EveryCommandKeepsWhatIsUsedAndTheResultReadsBackClean) {
       EXPECT_EQ(read_back, kept);
     }
     EXPECT_EQ(AuditErrors(), 0);
-    EXPECT_NE(RunCommands("_-PURGE A * N").find(kNothingToPurge), std::string::npos);
+    EXPECT_NE(RunCommands("_-PURGE A * N").find("\nNo unreferenced objects to purge.\n"), std::string::npos);
     RunCommands("SHORTLINEWEIGHT");
     EXPECT_FALSE(imp().modified());
     if (kEzdxfChecked.count(name) != 0) {
@@ -186,6 +186,7 @@ TEST_F(CorpusTest, EveryCommandKeepsWhatIsUsedAndTheResultReadsBackClean) {
   }
   EXPECT_GE(copies_made, 100u);
 
+  if (compared == 0) return;  // none of them in this corpus
   if (!EzdxfAvailable()) GTEST_SKIP() << "python3-ezdxf is not available to " << FX_SYSTEM_PYTHON;
   const std::string out_path = TempPath("ezdxf.txt");
   const std::string command = std::string("\"") + FX_SYSTEM_PYTHON + "\" \"" + FX_EZDXF_CHECK + "\"" + pairs +
@@ -197,14 +198,11 @@ TEST_F(CorpusTest, EveryCommandKeepsWhatIsUsedAndTheResultReadsBackClean) {
     if (line.rfind("check ", 0) != 0 && line.rfind("error ", 0) != 0) continue;
     std::istringstream in(line);
     std::string kind, name;
-    int errors_before, errors_after, fixes_before, fixes_after, missing_before, missing_after, erased_here = 0,
-        faults = -1;
-    in >> kind >> name >> errors_before >> errors_after >> fixes_before >> fixes_after >> missing_before >>
-        missing_after >> erased_here >> faults;
+    int errors_before, errors_after, fixes_before, fixes_after, erased_here = 0, faults = -1;
+    in >> kind >> name >> errors_before >> errors_after >> fixes_before >> fixes_after >> erased_here >> faults;
     ASSERT_EQ(kind, "check") << line;
     EXPECT_LE(errors_after, errors_before) << line;
     EXPECT_LE(fixes_after, fixes_before) << line;
-    EXPECT_LE(missing_after, missing_before) << line;
     EXPECT_EQ(faults, 0) << line;
     erased += erased_here;
     --compared;

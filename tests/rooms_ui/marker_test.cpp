@@ -9,12 +9,12 @@
 
 #include "rooms/room_list_fields.h"
 #include "rooms/room_prop_dialog.h"
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 
 namespace fx::rooms_test {
 namespace {
 
-class MarkerTest : public RoomsUiTest {
+class MarkerTest : public RoomsTest {
  protected:
   MarkerTest() { Open(BaseDrawing()); }
 

@@ -7,14 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 
 namespace fx::rooms_test {
 namespace {
 
 using fx::rooms::ProblemKind;
 
-class NavigationTest : public RoomsUiTest {
+class NavigationTest : public RoomsTest {
  protected:
   NavigationTest() {
     Open(BaseDrawing());

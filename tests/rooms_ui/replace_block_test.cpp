@@ -13,7 +13,7 @@
 #include "host/database.h"
 #include "program_runner.h"
 #include "rooms/replace_block_dlg.h"
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 
 namespace fx::rooms_test {
 namespace {
@@ -52,7 +52,7 @@ TEST(ApplyExpressionTest, AttributesAreSubstitutedInTheirOrder) {
   EXPECT_EQ(ApplyExpression("%A% %A%", {{"A", "%A%"}}), "%A% %A%");
 }
 
-class ReplaceBlockTest : public RoomsUiTest {
+class ReplaceBlockTest : public RoomsTest {
  protected:
   ReplaceBlockTest() { Open(BaseDrawing()); }
 
@@ -197,7 +197,7 @@ TEST_F(ReplaceBlockTest, OnRealDrawingsTheNewAttributesSitWhereTheEditorPutsThem
     std::string report;
   } cases[] = {
       // Normals (0, 0, -1) and (0, 0.6, 0.8), a scaled and a mirrored reference.
-      {std::string(FX_ROOMS_UI_DATA) + "/replace_planes.dxf",
+      {std::string(FX_TEST_DATA_DIR) + "/rooms_ui/replace_planes.dxf",
        "OLDMARK\nNEWMARK\nNUMBER\n\nNo. %NAME%\n\nYes\napply\n\n\nTYPE\n\n%NAME%-t\n\n\napply\n"
        "\n\n\n\n\n\n\nreplace",
        {"OLDMARK", "NEWMARK"},

@@ -9,9 +9,10 @@
 #include <fstream>
 #include <string>
 
+#include "program_runner.h"
 #include "rooms/marker.h"
 #include "rooms/summary.h"
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 
 namespace fx::rooms_test {
 namespace {
@@ -27,7 +28,7 @@ const std::string kReportHeader =
 // three rooms written as an analysis writes them: a block reference in
 // the first contour, a text in the second flagged duplicate, a block
 // reference in none.
-class RoomListTest : public RoomsUiTest {
+class RoomListTest : public RoomsTest {
  protected:
   RoomListTest() {
     Open(BaseDrawing());
@@ -174,7 +175,7 @@ TEST_F(RoomListTest, SaveAddsTheExtensionAndAsksBeforeReplacingAFile) {
                      path + ">: \n[Save/Cancel] <Save>: cancel"),
             std::string::npos)
       << out;
-  EXPECT_EQ(ReadBytes(path + ".csv"), "keep");
+  EXPECT_EQ(fx::cli_test::ReadFile(path + ".csv"), "keep");
 }
 
 TEST_F(RoomListTest, AListWithoutRoomsSavesTheHeaderOnly) {
@@ -184,7 +185,7 @@ TEST_F(RoomListTest, AListWithoutRoomsSavesTheHeaderOnly) {
   const std::string path = dir_ + "/empty.csv";
   const std::string out = RunScript("vantoryroomlistdlg\n\nsave\n" + path + "\n\n\nOK");
   EXPECT_NE(out.find(Listing("", "Not found")), std::string::npos) << out;
-  EXPECT_EQ(ReadBytes(path), kReportHeader);
+  EXPECT_EQ(fx::cli_test::ReadFile(path), kReportHeader);
 }
 
 TEST_F(RoomListTest, AReportThatCannotBeWrittenIsSkippedSilently) {

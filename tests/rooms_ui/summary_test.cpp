@@ -7,7 +7,7 @@
 #include <string>
 
 #include "rooms/navigation.h"
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 #include "settings/known_settings.h"
 #include "settings/settings.h"
 
@@ -20,7 +20,7 @@ void ShowSummary() { fx::rooms::ShowAnalysisSummary(); }
 
 // Three rooms as an analysis leaves them: one identified, one outside every
 // contour, one second identifier in a contour; one empty contour.
-class SummaryTest : public RoomsUiTest {
+class SummaryTest : public RoomsTest {
  protected:
   SummaryTest() {
     Open(BaseDrawing());
