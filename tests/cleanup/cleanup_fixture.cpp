@@ -1,25 +1,10 @@
 #include "cleanup_fixture.h"
 
-#include <unistd.h>
-
 #include "host/dxf/dxf_values.h"
 
 namespace fx::cleanup_test {
 
-CleanupTest::CleanupTest() {
-  const ::testing::TestInfo* info = ::testing::UnitTest::GetInstance()->current_test_info();
-  dir_ = std::filesystem::path(::testing::TempDir()) /
-         ("fx_cleanup_" + std::string(info->test_suite_name()) + "_" + info->name() + "_" +
-          std::to_string(getpid()));
-  std::filesystem::remove_all(dir_);
-  std::filesystem::create_directories(dir_);
-}
-
-CleanupTest::~CleanupTest() {
-  session_.CloseDrawing();
-  std::error_code ignored;
-  std::filesystem::remove_all(dir_, ignored);
-}
+CleanupTest::~CleanupTest() { session_.CloseDrawing(); }
 
 void CleanupTest::Open(const std::string& path) {
   std::string error;
@@ -36,13 +21,6 @@ void CleanupTest::Open(const TestDrawing& drawing) {
 void CleanupTest::SaveAs(const std::string& path) {
   std::string error;
   ASSERT_TRUE(session_.Save(path, &error)) << error;
-}
-
-void CleanupTest::SaveAndReopen() {
-  const std::string path = TempPath("saved" + std::to_string(++saves_) + ".dxf");
-  SaveAs(path);
-  session_.CloseDrawing();
-  Open(path);
 }
 
 std::string CleanupTest::RunCommands(const std::string& script) {

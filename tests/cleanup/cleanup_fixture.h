@@ -1,17 +1,17 @@
 // A console with the host commands and a drawing open, for the clean-up
 // tests: run command lines, look at the drawing's tables and model space,
-// save and read the drawing back.
+// save the drawing.
 #ifndef FLOORXPORT_TESTS_CLEANUP_CLEANUP_FIXTURE_H_
 #define FLOORXPORT_TESTS_CLEANUP_CLEANUP_FIXTURE_H_
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "console_fixture.h"
+#include "scratch_dir.h"
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/dxf/console/host_session.h"
@@ -23,16 +23,13 @@ namespace fx::cleanup_test {
 
 class CleanupTest : public fx::console::ConsoleTest {
  protected:
-  CleanupTest();
   ~CleanupTest() override;
 
   // A file in this test's own temporary directory.
-  std::string TempPath(const std::string& name) const { return (dir_ / name).string(); }
+  std::string TempPath(const std::string& name) const { return dir_.path() + "/" + name; }
   void Open(const std::string& path);
   // Writes `drawing` to a temporary file and opens it.
   void Open(const TestDrawing& drawing);
-  // Saves, closes and opens the saved file again.
-  void SaveAndReopen();
   void SaveAs(const std::string& path);
   // Runs `script` and returns what it printed (the transcript so far is cleared first).
   std::string RunCommands(const std::string& script);
@@ -50,8 +47,7 @@ class CleanupTest : public fx::console::ConsoleTest {
   fx::console::HostSession session_{runner(), modules_};
 
  private:
-  std::filesystem::path dir_;
-  int saves_ = 0;
+  fx::testing::ScratchDir dir_{"fx_cleanup"};
 };
 
 }  // namespace fx::cleanup_test

@@ -143,14 +143,5 @@ TEST_F(OverkillTest, SelectionByHandleAndTolerance) {
   EXPECT_EQ(Erased(), std::set<std::string>{"L12"});
 }
 
-TEST_F(OverkillTest, SavedResultReadsBack) {
-  RunCommands("_-OVERKILL All  Done");
-  const std::vector<std::string> left = ModelSpace();
-  SaveAndReopen();
-  EXPECT_EQ(ModelSpace(), left);
-  EXPECT_EQ(RunCommands("_AUDIT N"),
-            "\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: N\n0 errors found, 0 fixed.\n");
-}
-
 }  // namespace
 }  // namespace fx::cleanup_test

@@ -22,9 +22,15 @@ TEST_F(ProgramTest, AllShortcutsInOneRun) {
        "vantoryDrawingExtents", "-o", saved},
       TempPath(""));
   ASSERT_EQ(run.exit_status, 0) << run.out << run.err;
-  for (const char* line : {"\n6 errors found, 6 fixed.\n", "\n0 duplicate(s) deleted, 1 overlapping object(s) or "
-                                                             "segment(s) deleted\n",
-                           "\n24 linetypes deleted.\n", "\nCommand: UNITS\n", "\nZoom [Extents/Object]: Extents\n"})
+  // The answers each shortcut gives its host command, and what they did.
+  for (const char* line :
+       {"\nFix any errors detected? [Yes/No] <N>: Yes\n", "\n6 errors found, 6 fixed.\n",
+        "\nSelect objects: All\n120 found\nSelect objects: \nEnter an option [Tolerance/Done] <Done>: Done"
+        "\n0 duplicate(s) deleted, 1 overlapping object(s) or segment(s) deleted\n",
+        "/All]: A\nEnter name(s) to purge <*>: *"
+        "\nVerify each name to be purged? [Yes/No] <Y>: N\n",
+        "\n24 linetypes deleted.\n", "\nCommand: UNITS\nInsertion units ($INSUNITS): 5 (Centimeters)"
+        "\nEnter units (0-20) <5>: \n", "\nZoom [Extents/Object]: Extents\n"})
     EXPECT_NE(run.out.find(line), std::string::npos) << line << "\n" << run.out;
   Open(saved);
   EXPECT_EQ(RunCommands("_AUDIT N"), "\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: N\n0 errors found, 0 fixed.\n");

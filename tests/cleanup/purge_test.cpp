@@ -68,34 +68,22 @@ TestDrawing ReferencesDrawing() {
 
 class PurgeTest : public CleanupTest {};
 
-TEST_F(PurgeTest, AllRemovesWhatNothingUsesPassAfterPass) {
+// Every record of a purged name goes: table record, BLOCK, ENDBLK, the
+// block's entities; tables count what is left.
+TEST_F(PurgeTest, AllRemovesWhatNothingUsesPassAfterPassAndKeepsNothingOfIt) {
   Open(ReferencesDrawing());
+  const std::string prompts =
+      "\nCommand: _-PURGE"
+      "\nEnter type of unused objects to purge [Blocks/LAyers/LTypes/STyles/All]: A"
+      "\nEnter name(s) to purge <*>: *\nVerify each name to be purged? [Yes/No] <Y>: N";
   EXPECT_EQ(RunCommands("_-PURGE A * N"),
-            "\nCommand: _-PURGE"
-            "\nEnter type of unused objects to purge [Blocks/LAyers/LTypes/STyles/All]: A"
-            "\nEnter name(s) to purge <*>: *"
-            "\nVerify each name to be purged? [Yes/No] <Y>: N"
+            prompts +
             "\nDeleting block \"Unused\".\nDeleting block \"Loop\".\nDeleting layer \"Unused\"."
             "\nDeleting linetype \"HIDDEN\".\nDeleting text style \"Unused\"."
             // Only the purged block used these.
             "\nDeleting block \"Inner\".\nDeleting layer \"InBlock\".\nDeleting linetype \"CENTER\"."
             "\n3 blocks deleted.\n2 layers deleted.\n2 linetypes deleted.\n1 text style deleted.\n");
-  EXPECT_EQ(Names("BLOCK_RECORD"), (std::set<std::string>{"*Model_Space", "*Paper_Space", "Door", "Handle", "*D1"}));
-  EXPECT_EQ(Names("LAYER"), (std::set<std::string>{"0", "Defpoints", "Current", "Walls", "XdataLayer"}));
-  EXPECT_EQ(Names("LTYPE"), (std::set<std::string>{"ByBlock", "ByLayer", "Continuous", "DASHED", "PHANTOM"}));
-  EXPECT_EQ(Names("STYLE"), (std::set<std::string>{"Standard", "Notes", "DimText"}));
-  EXPECT_EQ(RunCommands("_-PURGE A * N"),
-            "\nCommand: _-PURGE"
-            "\nEnter type of unused objects to purge [Blocks/LAyers/LTypes/STyles/All]: A"
-            "\nEnter name(s) to purge <*>: *\nVerify each name to be purged? [Yes/No] <Y>: N"
-            "\nNo unreferenced objects to purge.\n");
-}
-
-// Every record of a purged name goes: table record, BLOCK, ENDBLK, the
-// block's entities; tables count what is left.
-TEST_F(PurgeTest, TheSavedDrawingKeepsNothingOfWhatWent) {
-  Open(ReferencesDrawing());
-  RunCommands("_-PURGE A * N");
+  EXPECT_EQ(RunCommands("_-PURGE A * N"), prompts + "\nNo unreferenced objects to purge.\n");
   const std::string path = TempPath("purged.dxf");
   SaveAs(path);
   std::ifstream file(path);
@@ -105,37 +93,32 @@ TEST_F(PurgeTest, TheSavedDrawingKeepsNothingOfWhatWent) {
     EXPECT_EQ(text.str().find(std::string("\n") + gone + "\n"), std::string::npos) << gone;
   session_.CloseDrawing();
   Open(path);
+  EXPECT_EQ(Names("BLOCK_RECORD"), (std::set<std::string>{"*Model_Space", "*Paper_Space", "Door", "Handle", "*D1"}));
+  EXPECT_EQ(Names("LAYER"), (std::set<std::string>{"0", "Defpoints", "Current", "Walls", "XdataLayer"}));
+  EXPECT_EQ(Names("LTYPE"), (std::set<std::string>{"ByBlock", "ByLayer", "Continuous", "DASHED", "PHANTOM"}));
+  EXPECT_EQ(Names("STYLE"), (std::set<std::string>{"Standard", "Notes", "DimText"}));
   for (const char* table : {"LAYER", "LTYPE", "STYLE", "BLOCK_RECORD"}) {
-    fx::dxf::SymbolTable* symbols = imp().FindTable(table);
-    ASSERT_NE(symbols, nullptr);
-    fx::dxf::TagList tags = imp().TagsOf(symbols->stub);
+    fx::dxf::TagList tags = imp().TagsOf(imp().FindTable(table)->stub);
     EXPECT_EQ(tags.GetInt(70, tags.Body()), static_cast<int64_t>(Names(table).size())) << table;
   }
   EXPECT_EQ(RunCommands("_AUDIT N"),
             "\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: N\n0 errors found, 0 fixed.\n");
 }
 
-TEST_F(PurgeTest, VerifyAsksForEachNameOnce) {
-  TestDrawing d;
-  for (const char* name : {"A", "B", "C"}) d.Layer(name);
-  Open(d);
-  EXPECT_EQ(RunCommands("_-PURGE LA * Y Y N "),
-            "\nCommand: _-PURGE"
-            "\nEnter type of unused objects to purge [Blocks/LAyers/LTypes/STyles/All]: LA"
-            "\nEnter name(s) to purge <*>: *\nVerify each name to be purged? [Yes/No] <Y>: Y"
-            "\nPurge layer \"A\"? [Yes/No] <N>: Y\nDeleting layer \"A\"."
-            "\nPurge layer \"B\"? [Yes/No] <N>: N\nPurge layer \"C\"? [Yes/No] <N>: "
-            "\n1 layer deleted.\n");
-  EXPECT_EQ(Names("LAYER"), (std::set<std::string>{"0", "B", "C"}));
-}
-
-TEST_F(PurgeTest, NamesAndKindsLimitWhatGoes) {
+// Names and kinds limit what goes; verifying asks once for each name.
+TEST_F(PurgeTest, NamesKindsAndVerification) {
   TestDrawing d;
   for (const char* name : {"Annex", "Bay", "bath", "Cellar"}) d.Layer(name);
   d.Linetype("BORDER");
   Open(d);
-  RunCommands("_-PURGE LA b*,cellar N");
-  EXPECT_EQ(Names("LAYER"), (std::set<std::string>{"0", "Annex"}));
+  EXPECT_EQ(RunCommands("_-PURGE LA b*,cellar Y Y N "),
+            "\nCommand: _-PURGE"
+            "\nEnter type of unused objects to purge [Blocks/LAyers/LTypes/STyles/All]: LA"
+            "\nEnter name(s) to purge <*>: b*,cellar\nVerify each name to be purged? [Yes/No] <Y>: Y"
+            "\nPurge layer \"Bay\"? [Yes/No] <N>: Y\nDeleting layer \"Bay\"."
+            "\nPurge layer \"bath\"? [Yes/No] <N>: N\nPurge layer \"Cellar\"? [Yes/No] <N>: "
+            "\n1 layer deleted.\n");
+  EXPECT_EQ(Names("LAYER"), (std::set<std::string>{"0", "Annex", "bath", "Cellar"}));
   EXPECT_EQ(Names("LTYPE").count("BORDER"), 1u);
 }
 

@@ -43,23 +43,28 @@ std::string TestDrawing::NewHandle() {
   return hex;
 }
 
-std::string TestDrawing::TableRecord(const std::string& table, const std::string& type, const Tags& tags) {
+std::string TestDrawing::TableRecord(const std::string& table, const std::string& type, const Tags& tags,
+                                     const std::string& owner) {
   std::string handle = NewHandle();
-  Tags all{{5, handle}, {330, table_handles_[table]}, {100, "AcDbSymbolTableRecord"}};
+  Tags all{{5, handle}, {330, owner.empty() ? table_handles_[table] : owner}, {100, "AcDbSymbolTableRecord"}};
   all.insert(all.end(), tags.begin(), tags.end());
   tables_[table].push_back({type, std::move(all)});
   return handle;
 }
 
 std::string TestDrawing::Layer(const std::string& name, const Tags& extra) {
-  // Values in `extra` replace the defaults of their codes.
   Tags tags{{100, "AcDbLayerTableRecord"}, {2, name}, {70, "0"}, {62, "7"}, {6, "Continuous"}};
+  std::string owner;
   for (const auto& [code, value] : extra) {
+    if (code == 330) {
+      owner = value;
+      continue;
+    }
     auto same = std::find_if(tags.begin(), tags.end(), [code = code](const auto& tag) { return tag.first == code; });
     if (same != tags.end()) same->second = value;
     else tags.emplace_back(code, value);
   }
-  return TableRecord("LAYER", "LAYER", tags);
+  return TableRecord("LAYER", "LAYER", tags, owner);
 }
 
 std::string TestDrawing::Linetype(const std::string& name) {

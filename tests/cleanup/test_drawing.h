@@ -18,7 +18,7 @@ class TestDrawing {
   TestDrawing();
 
   // Each returns the handle of what it adds.
-  // Values in `extra` replace the defaults of their codes (70 flags, 6 linetype).
+  // Values in `extra` replace the defaults of their codes (70 flags, 6 linetype, 330 owner).
   std::string Layer(const std::string& name, const Tags& extra = {});
   std::string Linetype(const std::string& name);
   std::string Style(const std::string& name);
@@ -50,7 +50,8 @@ class TestDrawing {
     std::string name, record_handle, begin_handle, end_handle;
     std::vector<Record> entities;
   };
-  std::string TableRecord(const std::string& table, const std::string& type, const Tags& tags);
+  std::string TableRecord(const std::string& table, const std::string& type, const Tags& tags,
+                          const std::string& owner = "");
 
   unsigned next_handle_ = 0x100;
   std::vector<std::pair<std::string, Tags>> header_;

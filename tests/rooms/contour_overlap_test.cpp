@@ -1,18 +1,13 @@
 // Intersecting contour pairs: the overlap test case by case, and the
-// indexed search against the all-pairs definition on random floors and on
-// generated floors with overlapping contours.
+// indexed search against the all-pairs definition on random floors.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
+#include <algorithm>
+#include <cmath>
 #include <random>
-#include <string>
 #include <vector>
 
-#include "host/database.h"
-#include "host/dxf/drawing_io.h"
 #include "rooms/contour_overlap.h"
-#include "rooms_fixture.h"
 
 namespace fx::rooms {
 namespace {
@@ -116,43 +111,6 @@ TEST(ContourOverlapTest, TheIndexFindsWhatTestingEveryPairFinds) {
     }
   }
   EXPECT_GT(pairs, 1000u);  // not equal by being empty
-}
-
-// The contours of a floor written by floorgen, read through the host.
-[[maybe_unused]] std::vector<ContourGeometry> GeneratedFloor(const std::string& path) {
-  std::string error;
-  std::unique_ptr<AcDbDatabase> database = fx::dxf::ReadDrawing(path, &error);
-  EXPECT_NE(database, nullptr) << error;
-  std::vector<ContourGeometry> contours;
-  if (database == nullptr) return contours;
-  AcDbObjectPointer<AcDbBlockTableRecord> model_space(database->modelSpaceId(), AcDb::kForRead);
-  for (AcDbObjectId id : model_space->entityIds()) {
-    AcDbEntityPointer entity(id, AcDb::kForRead);
-    ContourGeometry contour;
-    if (entity->layer() == "RoomContours" && ReadContourGeometry(*entity.object(), &contour)) {
-      contours.push_back(std::move(contour));
-    }
-  }
-  return contours;
-}
-
-TEST(ContourOverlapTest, OnGeneratedFloorsTheIndexFindsWhatTestingEveryPairFinds) {
-#ifndef FX_FLOORGEN
-  GTEST_SKIP() << "floorgen is built with the benchmarks (FX_BENCH)";
-#else
-  const std::string dir = fx::rooms_test::ScratchDir();
-  for (const char* seed : {"1", "2", "3"}) {
-    const std::string path = dir + "/floor-" + seed + ".dxf";
-    const std::string command = std::string(FX_FLOORGEN) + " --rooms 400 --overlap 0.3 --seed " + seed + " -o " + path;
-    ASSERT_EQ(std::system(command.c_str()), 0) << command;
-    const std::vector<ContourGeometry> floor = GeneratedFloor(path);
-    ASSERT_EQ(floor.size(), 400u);
-    const std::vector<ContourPair> expected = FindOverlappingPairsBruteForce(floor);
-    EXPECT_GT(expected.size(), 100u) << seed;
-    EXPECT_EQ(FindOverlappingPairs(floor), expected) << seed;
-  }
-  std::filesystem::remove_all(dir);
-#endif
 }
 
 }  // namespace

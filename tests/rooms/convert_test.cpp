@@ -1,6 +1,7 @@
 // vantoryconvert on problems.dxf (tests/data/rooms/make_drawings.py): every
 // problem flag in both modes, the problem lists, the floor outline, the
-// duplicate-name setting and removing the block inserts.
+// duplicate-name setting and removing the block inserts; labels anchored on
+// walls (anchors.dxf).
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -51,9 +52,8 @@ class ConvertTest : public RoomsTest {
     return ids;
   }
 
-  // Checks each identifier's record against `expected`, in order, and
-  // returns the identifiers.
-  std::vector<AcDbObjectId> CheckRecords(const std::vector<AcDbObjectId>& identifiers,
+  // Checks each identifier's record against `expected`, in order.
+  void CheckRecords(const std::vector<AcDbObjectId>& identifiers,
                                          const std::vector<Expected>& expected) const {
     EXPECT_EQ(identifiers.size(), expected.size());
     for (size_t i = 0; i < std::min(identifiers.size(), expected.size()); ++i) {
@@ -65,12 +65,11 @@ class ConvertTest : public RoomsTest {
           << e.name;
       EXPECT_FALSE(record.extents.isEmpty()) << e.name;
     }
-    return identifiers;
   }
 
-  std::vector<AcDbObjectId> Stamps(std::initializer_list<const char*> names, size_t occurrence = 0) const {
+  std::vector<AcDbObjectId> Stamps(std::initializer_list<const char*> names) const {
     std::vector<AcDbObjectId> ids;
-    for (const char* name : names) ids.push_back(StampsNamed(name).at(name == std::string("901") ? occurrence : 0));
+    for (const char* name : names) ids.push_back(StampsNamed(name).at(0));
     return ids;
   }
 };
@@ -96,17 +95,16 @@ TEST_F(ConvertTest, BlockModeFlagsEveryProblem) {
   const std::vector<std::pair<AcDbObjectId, AcDbObjectId>> pairs = {
       {ContourAt(30, 0), ContourAt(38, 8)}, {ContourAt(38, 8), ContourAt(30, 0)}};
   EXPECT_EQ(docData().intersectingPairs(), pairs);
-}
-
-TEST_F(ConvertTest, InsertRecordsHoldTheInsertsExtents) {
-  RunScript(BlockModeLine());
-  const RoomRecord record = Record(StampsNamed("301")[0]);
   // The stamp's frame reaches one unit left and right of its insertion
   // point; the attribute texts start at it and may run further right.
+  const RoomRecord record = Record(StampsNamed("301")[0]);
   EXPECT_DOUBLE_EQ(record.extents.minPoint().x, 32);
   EXPECT_GE(record.extents.maxPoint().x, 34);
   EXPECT_LE(record.extents.minPoint().y, 2.5);
   EXPECT_GE(record.extents.maxPoint().y, 3.5);
+  // A second run finds nothing left to delete and gives the same records.
+  EXPECT_EQ(RunScript(BlockModeLine()).find("deleted"), std::string::npos);
+  CheckRecords(docData().roomIds(), kBlockMode);
 }
 
 TEST_F(ConvertTest, TextModeTakesTypesAndDescriptionsFromTheContour) {
@@ -135,17 +133,7 @@ TEST_F(ConvertTest, TextModeTakesTypesAndDescriptionsFromTheContour) {
 }
 
 TEST_F(ConvertTest, TheFloorOutlineIsTheLargestPolylineOfItsLayer) {
-  const AcDbObjectId courtyard = [&] {
-    for (AcDbObjectId id : ModelSpace()) {
-      AcDbObjectPointer<AcDbPolyline> polyline(id, AcDb::kForRead);
-      AcGePoint2d first;
-      if (polyline.openStatus() == Acad::eOk && polyline->layer() == "Floor" &&
-          polyline->getPointAt(0, first) == Acad::eOk && first == AcGePoint2d(70, 40)) {
-        return id;
-      }
-    }
-    return AcDbObjectId::kNull;
-  }();
+  const AcDbObjectId courtyard = ContourAt(70, 40, "Floor");
   // A floor record left on the courtyard by an earlier run goes.
   RoomRecord stale;
   stale.name = fx::rooms::kFloorOutlineName;
@@ -201,23 +189,6 @@ TEST_F(ConvertTest, RemovingInsertsMovesRecordsToTheirContours) {
   EXPECT_EQ(docData().roomIds().size(), 11u);
 }
 
-TEST_F(ConvertTest, ASecondRunGivesTheSameRecords) {
-  RunScript(BlockModeLine());
-  std::vector<std::string> first;
-  for (AcDbObjectId id : docData().roomIds()) first.push_back(Record(id).name + "/" + std::to_string(Record(id).flags));
-  const std::string transcript = RunScript(BlockModeLine());
-  EXPECT_EQ(transcript.find("deleted"), std::string::npos);  // nothing left to delete
-  std::vector<std::string> second;
-  for (AcDbObjectId id : docData().roomIds()) second.push_back(Record(id).name + "/" + std::to_string(Record(id).flags));
-  EXPECT_EQ(first, second);
-}
-
-}  // namespace
-}  // namespace fx::rooms_test
-
-namespace fx::rooms_test {
-namespace {
-
 // A label is found by the middle of its text, not by its anchor: these are
 // anchored on a corner or a wall of their room, which the inside test
 // counts as outside.
@@ -229,48 +200,6 @@ TEST_F(RoomsTest, LabelsAnchoredOnTheirWallsNameTheRoomTheirTextIsIn) {
   EXPECT_EQ(Record(NamesShowing("A3").at(0)).linked, ContourAt(20, 0));
   EXPECT_EQ(docData().identifiedRoomCount(), 3u);
 }
-
-class SiteTest : public RoomsTest {
- protected:
-  // What the analysis of `drawing` (site_near.dxf or site_far.dxf) found,
-  // contours named by their place among the contours: each stamp's link and
-  // flags, and the intersecting pairs.
-  std::string Analysis(const std::string& drawing);
-};
-
-std::string SiteTest::Analysis(const std::string& drawing) {
-  Open(TestDrawing(drawing));
-  RunScript(BlockModeLine());
-  std::vector<AcDbObjectId> contours;
-  for (AcDbObjectId id : ModelSpace()) {
-    AcDbEntityPointer entity(id, AcDb::kForRead);
-    if (entity->layer() == "Contours") contours.push_back(id);
-  }
-  const auto name = [&](AcDbObjectId id) {
-    for (size_t i = 0; i < contours.size(); ++i) {
-      if (contours[i] == id) return "contour " + std::to_string(i);
-    }
-    return id.isNull() ? std::string("none") : Record(id).name;
-  };
-  std::string found;
-  for (AcDbObjectId id : docData().roomIds()) {
-    const RoomRecord record = Record(id);
-    found += record.name + " in " + name(record.linked) + " flags " + std::to_string(record.flags) + "; ";
-  }
-  for (const auto& [a, b] : docData().intersectingPairs()) found += "pair " + name(a) + "/" + name(b) + "; ";
-  return found;
-}
-
-// Room B has a vertex and stamp W stands 9.6e-11 from room A's slanted wall:
-// on it, so in neither room. Moved to site-plan coordinates the drawing must
-// give the same answer (a distance rebuilt from absolute coordinates there
-// measured 1.2e-10: B overlapped A and W was a second stamp of A).
-const char kSiteAnalysis[] =
-    "A in contour 0 flags 0; B in contour 1 flags 0; W in none flags 16; ";
-
-TEST_F(SiteTest, NearTheOrigin) { EXPECT_EQ(Analysis("site_near.dxf"), kSiteAnalysis); }
-
-TEST_F(SiteTest, FarFromTheOriginTheSame) { EXPECT_EQ(Analysis("site_far.dxf"), kSiteAnalysis); }
 
 }  // namespace
 }  // namespace fx::rooms_test

@@ -1,5 +1,6 @@
 // vantoryaddmarker: the point, the room properties dialog as prompts, the
-// text placed and the record it carries; Escape and Cancel.
+// text placed and the record it carries; Escape. (An empty name and Cancel:
+// program_test.cpp.)
 #include "rooms/marker.h"
 
 #include <gtest/gtest.h>
@@ -8,12 +9,12 @@
 
 #include "rooms/room_list_fields.h"
 #include "rooms/room_prop_dialog.h"
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 
 namespace fx::rooms_test {
 namespace {
 
-class MarkerTest : public RoomsUiTest {
+class MarkerTest : public RoomsTest {
  protected:
   MarkerTest() { Open(BaseDrawing()); }
 
@@ -21,26 +22,17 @@ class MarkerTest : public RoomsUiTest {
     AcDbObjectId id;
     std::string text;
     AcGePoint3d position;
-    std::string style_name;
   };
   std::vector<Text> Texts() const {
     std::vector<Text> texts;
     for (AcDbObjectId id : ModelSpace()) {
       AcDbObjectPointer<AcDbText> text(id, AcDb::kForRead);
       if (text.openStatus() != Acad::eOk) continue;
-      texts.push_back({id, text->textString(), text->position(), ""});
+      texts.push_back({id, text->textString(), text->position()});
     }
     return texts;
   }
 };
-
-const char kDialogPrompts[] =
-    "\nRoom Properties"
-    "\n&Name: "
-    "\n&Category: "
-    "\n&Description: "
-    "\nCo&mment: "
-    "\nArea <Area not found>: ";
 
 TEST_F(MarkerTest, AcceptingPlacesATextWithTheRecord) {
   const std::string out =
@@ -72,30 +64,6 @@ TEST_F(MarkerTest, AcceptingPlacesATextWithTheRecord) {
   EXPECT_EQ(fx::rooms::MarkerIds(session_->document()), std::vector<AcDbObjectId>{texts[0].id});
 }
 
-TEST_F(MarkerTest, AnEmptyNameShowsUnknownNameAndStaysEmptyInTheRecord) {
-  const std::string out = RunScript("_vantoryaddmarker 1,2\n\n\n\n\n\n\n");
-  EXPECT_EQ(out, std::string("\nCommand: _vantoryaddmarker\nSpecify internal point: 1,2") +
-                     kDialogPrompts + "\n[OK/Cancel] <OK>: \n");
-  const std::vector<Text> texts = Texts();
-  ASSERT_EQ(texts.size(), 1u);
-  EXPECT_EQ(texts[0].text, "Unknown Name");
-  fx::rooms::RoomRecord record;
-  ASSERT_TRUE(fx::rooms::ReadRoomRecord(texts[0].id, &record));
-  EXPECT_EQ(record.name, "");
-}
-
-TEST_F(MarkerTest, CancellingTheDialogPrintsTheBoundaryPolylinesOpenStatus) {
-  const std::string out = RunScript("_vantoryaddmarker 1,2\nRoom 5\n\n\n\n\ncancel");
-  EXPECT_EQ(out,
-            "\nCommand: _vantoryaddmarker\nSpecify internal point: 1,2"
-            "\nRoom Properties\n&Name: Room 5\n&Category: \n&Description: \nCo&mment: "
-            "\nArea <Area not found>: \n[OK/Cancel] <OK>: cancel"
-            "\npPolyline.openStatus = eNullObjectId\n");
-  EXPECT_TRUE(Texts().empty());
-  EXPECT_TRUE(docData().roomIds().empty());
-  EXPECT_FALSE(runner().failed());
-}
-
 // Escape at the point prompt: in a batch run, the input running out.
 TEST_F(MarkerTest, EscapeAtThePointChangesNothingAndPrintsNothing) {
   const std::string out = RunScript("_vantoryaddmarker");
@@ -112,14 +80,6 @@ TEST_F(MarkerTest, ARefusedAreaIsAskedAgain) {
       << out;
   ASSERT_EQ(Texts().size(), 1u);
   EXPECT_EQ(Texts()[0].text, "A");
-}
-
-TEST(RoomAreaTextTest, ExactlyZeroIsNotFound) {
-  EXPECT_EQ(fx::rooms::RoomAreaText(0.0), "Area not found");
-  EXPECT_EQ(fx::rooms::RoomAreaText(-0.0), "Area not found");
-  EXPECT_EQ(fx::rooms::RoomAreaText(1e-9), "0.0000");
-  EXPECT_EQ(fx::rooms::RoomAreaText(24.0), "24.0000");
-  EXPECT_EQ(fx::rooms::RoomAreaText(1234.56789), "1234.5679");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The zoom-to-next commands: the next-and-wrap rule, the cursors they
-// share, and the commands on a drawing whose problem lists the test sets.
+// The zoom-to-next commands on a drawing whose problem lists the test sets:
+// the next-and-wrap rule and the cursor of each kind.
 #include "rooms/navigation.h"
 
 #include <gtest/gtest.h>
@@ -7,36 +7,14 @@
 #include <string>
 #include <vector>
 
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 
 namespace fx::rooms_test {
 namespace {
 
-using fx::rooms::NextProblemObject;
 using fx::rooms::ProblemKind;
 
-// Ids that are only compared, never opened.
-AcDbObjectId Fake(uintptr_t n) { return AcDbObjectId(reinterpret_cast<AcDbStub*>(n * 16)); }
-
-TEST(NextProblemObjectTest, NextAndWrap) {
-  const std::vector<AcDbObjectId> list = {Fake(1), Fake(2), Fake(3)};
-  const struct {
-    AcDbObjectId cursor;
-    AcDbObjectId next;
-  } cases[] = {
-      {AcDbObjectId(), Fake(1)},                                          // nothing visited yet
-      {Fake(1), Fake(2)},        {Fake(2), Fake(3)}, {Fake(3), Fake(1)},  // the last: wraps
-      {Fake(9), Fake(1)},  // no longer in the list: starts again
-  };
-  for (const auto& c : cases) {
-    EXPECT_EQ(NextProblemObject(list, c.cursor), c.next) << c.cursor.stub();
-  }
-  EXPECT_EQ(NextProblemObject({}, AcDbObjectId()), std::nullopt);
-  EXPECT_EQ(NextProblemObject({}, Fake(1)), std::nullopt);
-  EXPECT_EQ(NextProblemObject({Fake(4)}, Fake(4)), Fake(4));
-}
-
-class NavigationTest : public RoomsUiTest {
+class NavigationTest : public RoomsTest {
  protected:
   NavigationTest() {
     Open(BaseDrawing());
@@ -68,26 +46,22 @@ class NavigationTest : public RoomsUiTest {
   AcDbObjectId other_layer_;
 };
 
-TEST_F(NavigationTest, EachRunVisitsTheNextEntryAndWrapsToTheFirst) {
-  docData().setProblems(ProblemKind::kAreaNotFound, contours_);
-  const std::string out = RunScript(
-      "vantoryZoomToNextAreaNotFound\nvantoryZoomToNextAreaNotFound\n"
-      "vantoryZoomToNextAreaNotFound\n_ZoomToNextAreaNotFound");
-  EXPECT_EQ(Zoomed(out), Handles({contours_[0], contours_[1], contours_[2], contours_[0]})) << out;
-  EXPECT_EQ(out.find("Can't zoom"), std::string::npos) << out;
-  EXPECT_FALSE(runner().failed());
-}
-
+// Each run visits the next entry of its kind's list and wraps to the first.
 TEST_F(NavigationTest, EachKindHasItsOwnListAndCursor) {
+  docData().setProblems(ProblemKind::kAreaNotFound, contours_);
   docData().setProblems(ProblemKind::kDuplicateNumber, {contours_[2], contours_[1]});
   docData().setProblems(ProblemKind::kIntersectedContour, {contours_[1]});
   docData().setProblems(ProblemKind::kMultipleIds, {contours_[0], contours_[2]});
   const std::string out = RunScript(
-      "vantoryZoomToNextDuplicateNumber\nvantoryZoomToNextMultiIDs\n"
-      "vantoryZoomToNextIntersectContour\nvantoryZoomToNextDuplicateNumber\n"
-      "vantoryZoomToNextMultiIDs\nvantoryZoomToNextIntersectContour");
-  EXPECT_EQ(Zoomed(out), Handles({contours_[2], contours_[0], contours_[1], contours_[1],
-                                  contours_[2], contours_[1]}));
+      "vantoryZoomToNextAreaNotFound\nvantoryZoomToNextAreaNotFound\nvantoryZoomToNextDuplicateNumber\n"
+      "vantoryZoomToNextMultiIDs\nvantoryZoomToNextIntersectContour\nvantoryZoomToNextDuplicateNumber\n"
+      "vantoryZoomToNextAreaNotFound\n_ZoomToNextAreaNotFound\nvantoryZoomToNextMultiIDs\n"
+      "vantoryZoomToNextIntersectContour");
+  EXPECT_EQ(Zoomed(out), Handles({contours_[0], contours_[1], contours_[2], contours_[0], contours_[1],
+                                  contours_[1], contours_[2], contours_[0], contours_[2], contours_[1]}))
+      << out;
+  EXPECT_EQ(out.find("Can't zoom"), std::string::npos) << out;
+  EXPECT_FALSE(runner().failed());
 }
 
 TEST_F(NavigationTest, AnEmptyListLeavesTheViewAsItIs) {

@@ -1,11 +1,8 @@
 // End-to-end runs of the real floorxport program: markers placed by a
-// script and listed by `floorxport rooms` with its report; block
-// replacement on the sample floor, checked with ezdxf; an analysis followed
-// by the room list, the report and the navigation commands.
+// script and listed by `floorxport rooms` with its report; an analysis
+// followed by the room list, the report and the navigation commands.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <string>
@@ -14,7 +11,7 @@
 #include "host/database.h"
 #include "host/dxf/drawing_io.h"
 #include "program_runner.h"
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 
 namespace fx::rooms_test {
 namespace {
@@ -32,9 +29,6 @@ const std::string kConvertPlan =
 
 class ProgramTest : public ::testing::Test {
  protected:
-  ProgramTest() : dir_(ScratchDir()) {}
-  ~ProgramTest() override { std::filesystem::remove_all(dir_); }
-
   // floorxport with a settings file of the test's own.
   ProgramResult Run(std::vector<std::string> args) {
     args.insert(args.begin(), {"--settings", Path("settings.reg")});
@@ -45,14 +39,8 @@ class ProgramTest : public ::testing::Test {
     std::ofstream(Path(name), std::ios::binary) << text;
     return Path(name);
   }
-  // True when this build has room identification; the tests that need it
-  // skip otherwise.
-  bool HasConvert() {
-    ProgramResult probe = Run({"run", BaseDrawing(), "-c", "vantoryconvert"});
-    return probe.out.find("vantoryconvert is not available yet.") == std::string::npos;
-  }
-
-  std::string dir_;
+  fx::testing::ScratchDir scratch_{"rooms_ui"};
+  const std::string dir_ = scratch_.path();
 };
 
 TEST_F(ProgramTest, RoomsUsage) {
@@ -66,10 +54,6 @@ TEST_F(ProgramTest, RoomsUsage) {
   ProgramResult missing = Run({"rooms", Path("missing.dxf")});
   EXPECT_EQ(missing.exit_status, 1);
   EXPECT_NE(missing.err.find("missing.dxf"), std::string::npos) << missing.err;
-  ProgramResult listed = Run({"--help"});
-  EXPECT_NE(listed.out.find("\n  rooms     print the room list of an analysed drawing"),
-            std::string::npos)
-      << listed.out;
 }
 
 TEST_F(ProgramTest, MarkersPlacedByAScriptAreListedWithTheirReport) {
@@ -95,7 +79,7 @@ TEST_F(ProgramTest, MarkersPlacedByAScriptAreListedWithTheirReport) {
                 "\nFloor area: Not found"
                 "\nReport: " +
                 Path("report.csv") + "\n");
-  EXPECT_EQ(ReadBytes(Path("report.csv")),
+  EXPECT_EQ(fx::cli_test::ReadFile(Path("report.csv")),
             kReportHeader + "1.01,Office,West, by the stairs,,Not found,\r\n,,,,Not found,\r\n");
   // The markers are single-line texts in model space, read by another reader.
   const std::string check = Path("check.py");
@@ -108,66 +92,6 @@ TEST_F(ProgramTest, MarkersPlacedByAScriptAreListedWithTheirReport) {
   ProgramResult ezdxf = RunProgram(FX_SYSTEM_PYTHON, {check, Path("marked.dxf")}, dir_);
   EXPECT_EQ(ezdxf.exit_status, 0) << ezdxf.err;
   EXPECT_EQ(ezdxf.out, "1.01 5.0 5.0 1.2 1.01\nUnknown Name 15.0 5.0 1.2 \n");
-}
-
-// The sample floor with a second tag block: VTAG, whose attributes NUMBER
-// and TYPE are made from ROOMTAG's by expressions.
-std::string SampleWithNewBlock(const std::string& path) {
-  std::string error;
-  std::unique_ptr<AcDbDatabase> database = fx::dxf::ReadDrawing(SampleFloor(), &error);
-  EXPECT_NE(database, nullptr) << error;
-  if (database == nullptr) return path;
-  fx::dxf::SetWorkingDatabase(database.get());
-  AcDbBlockTable* table = nullptr;
-  EXPECT_EQ(database->getBlockTable(table, AcDb::kForWrite), Acad::eOk);
-  auto* block = new AcDbBlockTableRecord();
-  block->setName("VTAG");
-  AcDbObjectId block_id;
-  EXPECT_EQ(table->add(block_id, block), Acad::eOk);
-  table->close();
-  for (const char* tag : {"NUMBER", "TYPE"}) {
-    auto* definition = new AcDbAttributeDefinition(AcGePoint3d(0, tag[0] == 'N' ? 0 : -300, 0),
-                                                   "default", tag, tag, AcDbObjectId::kNull, 250);
-    AcDbObjectId id;
-    EXPECT_EQ(block->appendAcDbEntity(id, definition), Acad::eOk);
-    definition->close();
-  }
-  block->close();
-  EXPECT_EQ(database->saveAs(path.c_str()), Acad::eOk);
-  fx::dxf::SetWorkingDatabase(nullptr);
-  return path;
-}
-
-TEST_F(ProgramTest, ReplacementOfTheSamplesRoomTagsByAScript) {
-  const std::string drawing = SampleWithNewBlock(Path("with-vtag.dxf"));
-  const std::string script =
-      WriteScript("replace.scr",
-                  "_vantoryReplaceBlock\nROOMTAG\nVTAG\nNUMBER\n\nR-%NAME%\n\nYes\napply\n"
-                  "\n\nTYPE\n\n%CATEGORY% / %DESCRIPTION%\n\n\napply\n"
-                  "\n\n\n\n\n\n\nreplace\n");
-  ProgramResult run = Run({"run", drawing, "-s", script, "-o", Path("replaced.dxf")});
-  ASSERT_EQ(run.exit_status, 0) << run.err << run.out;
-  EXPECT_NE(run.out.find("\nApplied expression list <NUMBER=R-%NAME%; TYPE=%CATEGORY% / "
-                         "%DESCRIPTION%>: "),
-            std::string::npos)
-      << run.out;
-  const std::string check = Path("check.py");
-  std::ofstream(check) << "import sys, ezdxf\n"
-                          "doc = ezdxf.readfile(sys.argv[1])\n"
-                          "msp = doc.modelspace()\n"
-                          "print(len(msp.query('INSERT[name==\"ROOMTAG\"]')))\n"
-                          "tags = msp.query('INSERT[name==\"VTAG\"]')\n"
-                          "print(len(tags))\n"
-                          "first = tags[0]\n"
-                          "print(first.dxf.layer, first.dxf.insert, first.dxf.xscale)\n"
-                          "for a in first.attribs: print(a.dxf.tag, a.dxf.text, a.dxf.insert)\n"
-                          "print(len(doc.audit().errors))\n";
-  ProgramResult ezdxf = RunProgram(FX_SYSTEM_PYTHON, {check, Path("replaced.dxf")}, dir_);
-  EXPECT_EQ(ezdxf.exit_status, 0) << ezdxf.err;
-  EXPECT_EQ(ezdxf.out,
-            "0\n24\nRoomTags (64750.0, 3300.0, 0.0) 1\n"
-            "NUMBER R-1.01 (64750.0, 3300.0, 0.0)\n"
-            "TYPE Office / Open office (64750.0, 3000.0, 0.0)\n0\n");
 }
 
 // The handle of the model-space reference whose attribute NAME is `name`.
@@ -189,7 +113,6 @@ std::string InsertNamed(const std::string& path, const std::string& name) {
 }
 
 TEST_F(ProgramTest, AnalysisThenRoomListReportAndNavigation) {
-  if (!HasConvert()) GTEST_SKIP() << "vantoryconvert is not in this build yet";
   ProgramResult run = Run({"run", PlanDrawing(),
                            "-c",  kConvertPlan,
                            "-c",  "vantoryZoomToNextDuplicateNumber",
@@ -230,8 +153,8 @@ TEST_F(ProgramTest, AnalysisThenRoomListReportAndNavigation) {
                 "\nFloor area: 1000.0000\nReport: " +
                 Path("report.csv") + "\n");
   // The report of the dialog's Save and of `rooms -o` are the same bytes.
-  EXPECT_EQ(ReadBytes(Path("report.csv")), ReadBytes(Path("dialog.csv")));
-  EXPECT_NE(ReadBytes(Path("report.csv")).find("\r\n101,Office,Corner, north,,100.0000,\r\n"),
+  EXPECT_EQ(fx::cli_test::ReadFile(Path("report.csv")), fx::cli_test::ReadFile(Path("dialog.csv")));
+  EXPECT_NE(fx::cli_test::ReadFile(Path("report.csv")).find("\r\n101,Office,Corner, north,,100.0000,\r\n"),
             std::string::npos);
 }
 
@@ -239,36 +162,19 @@ TEST_F(ProgramTest, AnalysisThenRoomListReportAndNavigation) {
 // (936) for zh_CN, whatever the locale's own character set. The Korean name
 // cannot be written in it: its characters become "?", and that is said once.
 TEST_F(ProgramTest, TheReportIsInTheCodePageOfTheUsersLocale) {
-  if (!HasConvert()) GTEST_SKIP() << "vantoryconvert is not in this build yet";
   const fx::cli_test::ScopedEnvironmentVariable locale("LC_ALL", "zh_CN.UTF-8");
-  const std::string drawing = std::string(FX_ROOMS_UI_DATA) + "/rooms_cjk.dxf";
+  const std::string drawing = std::string(FX_TEST_DATA_DIR) + "/rooms_ui/rooms_cjk.dxf";
   ProgramResult run = Run({"run", drawing, "-c", kConvertPlan, "-o", Path("analysed.dxf")});
   ASSERT_EQ(run.exit_status, 0) << run.err << run.out;
   ProgramResult rooms = Run({"rooms", Path("analysed.dxf"), "-o", Path("report.csv")});
   EXPECT_EQ(rooms.exit_status, 0) << rooms.err;
-  EXPECT_EQ(ReadBytes(Path("report.csv")),
+  EXPECT_EQ(fx::cli_test::ReadFile(Path("report.csv")),
             kReportHeader +
                 "\xBB\xE1\xD2\xE9\xCA\xD2,\xB0\xEC\xB9\xAB,\xB1\xB1\xC2\xA5,,100.0000,\r\n"
                 "???,\xB0\xEC\xB9\xAB,Caf\xA8\xA6,,100.0000,\r\n");
   EXPECT_EQ(rooms.err,
             "floorxport: warning: the report is written in code page 936, which cannot hold 3 characters "
             "(the first is U+D68C \"\ud68c\"): they are written as \"?\"\n");
-}
-
-TEST_F(ProgramTest, TheSampleFloorAnalysedThenListed) {
-  if (!HasConvert()) GTEST_SKIP() << "vantoryconvert is not in this build yet";
-  ProgramResult run = Run({"run", SampleFloor(), "-c",
-                           "_vantoryconvert \"FloorArea\" \"RoomContours\" B \"ROOMTAG\" \"NAME\" "
-                           "\"CATEGORY\" \"DESCRIPTION\" No",
-                           "-o", Path("sample.dxf")});
-  ASSERT_EQ(run.exit_status, 0) << run.err << run.out;
-  ProgramResult rooms = Run({"rooms", Path("sample.dxf"), "-o", Path("sample.csv")});
-  EXPECT_EQ(rooms.exit_status, 0) << rooms.err;
-  EXPECT_NE(rooms.out.find("\nRooms: 24\n"), std::string::npos) << rooms.out;
-  const std::string report = ReadBytes(Path("sample.csv"));
-  EXPECT_TRUE(report.starts_with(kReportHeader));
-  EXPECT_EQ(std::count(report.begin(), report.end(), '\n'), 25);
-  EXPECT_EQ(report.find("Not found"), std::string::npos) << report;
 }
 
 }  // namespace

@@ -5,17 +5,15 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <cstdio>
 #include <filesystem>
-#include <numbers>
 #include <string>
 #include <vector>
 
 #include "host/database.h"
 #include "program_runner.h"
 #include "rooms/replace_block_dlg.h"
-#include "rooms/room_list_fields.h"
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 
 namespace fx::rooms_test {
 namespace {
@@ -54,48 +52,27 @@ TEST(ApplyExpressionTest, AttributesAreSubstitutedInTheirOrder) {
   EXPECT_EQ(ApplyExpression("%A% %A%", {{"A", "%A%"}}), "%A% %A%");
 }
 
-class ReplaceBlockTest : public RoomsUiTest {
+class ReplaceBlockTest : public RoomsTest {
  protected:
   ReplaceBlockTest() { Open(BaseDrawing()); }
 
-  struct Attribute {
-    std::string tag, text, layer;
-    AcGePoint3d position, alignment;
-    double height = 0, rotation = 0;
-    uint16_t color = 0;
-    int horizontal = 0;
-  };
-  struct Reference {
-    AcDbObjectId id;
-    std::string block;
-    AcGePoint3d position;
-    AcGeScale3d scale;
-    double rotation = 0;
-    std::string layer;
-    std::vector<Attribute> attributes;
-  };
-
-  std::vector<Reference> References() const {
-    std::vector<Reference> references;
+  // Each model-space reference: "BLOCK at x,y scale sx layer LAYER" and
+  // its attributes as " TAG=text".
+  std::vector<std::string> References() const {
+    std::vector<std::string> references;
     for (AcDbObjectId id : ModelSpace()) {
       AcDbObjectPointer<AcDbBlockReference> insert(id, AcDb::kForRead);
       if (insert.openStatus() != Acad::eOk) continue;
       AcDbObjectPointer<AcDbBlockTableRecord> block(insert->blockTableRecord(), AcDb::kForRead);
-      Reference reference{id,
-                          block->getName(),
-                          insert->position(),
-                          insert->scaleFactors(),
-                          insert->rotation(),
-                          insert->layer(),
-                          {}};
+      char placement[128];
+      std::snprintf(placement, sizeof placement, " at %g,%g scale %g layer ", insert->position().x,
+                    insert->position().y, insert->scaleFactors().sx);
+      std::string reference = block->getName() + placement + insert->layer();
       for (AcDbObjectId attribute_id : insert->attributeIds()) {
         AcDbObjectPointer<AcDbAttribute> attribute(attribute_id, AcDb::kForRead);
-        reference.attributes.push_back(
-            {attribute->tag(), attribute->textString(), attribute->layer(), attribute->position(),
-             attribute->alignmentPoint(), attribute->height(), attribute->rotation(),
-             attribute->colorIndex(), attribute->horizontalMode()});
+        reference += " " + attribute->tag() + "=" + attribute->textString();
       }
-      references.push_back(std::move(reference));
+      references.push_back(reference);
     }
     return references;
   }
@@ -106,62 +83,19 @@ class ReplaceBlockTest : public RoomsUiTest {
   }
 };
 
-void ExpectNear(const AcGePoint3d& actual, const AcGePoint3d& expected) {
-  EXPECT_NEAR(actual.x, expected.x, 1e-9);
-  EXPECT_NEAR(actual.y, expected.y, 1e-9);
-  EXPECT_NEAR(actual.z, expected.z, 1e-9);
-}
-
+// The old references stay when "Remove old block references" is clear:
+// the new one on top at scale 1. Attributes without an expression are
+// empty, not the definition's default.
 TEST_F(ReplaceBlockTest, NewReferencesTakeTheOldPlacementScaleOneAndTheAppliedTexts) {
   AddInsert("ROOMTAG", 10, 20, {"1.01", "Office", "Open"}, 2.0);
-  const size_t replaced = fx::rooms::ReplaceBlockReferences(
-      docData(), Options(false, {{"ROOM", "%NAME% %CATEGORY%"}, {"LABEL", "%NUMBER%"}}));
-  EXPECT_EQ(replaced, 1u);
-  const std::vector<Reference> references = References();
-  ASSERT_EQ(references.size(), 2u);
-  // The old one stays when "Remove old block references" is clear: both at
-  // the same point, one on top of the other.
-  EXPECT_EQ(references[0].block, "ROOMTAG");
-  EXPECT_EQ(references[0].scale.sx, 2.0);
-  const Reference& made = references[1];
-  EXPECT_EQ(made.block, "NEWTAG");
-  ExpectNear(made.position, AcGePoint3d(10, 20, 0));
-  EXPECT_EQ(made.scale.sx, 1.0);
-  EXPECT_EQ(made.scale.sy, 1.0);
-  EXPECT_EQ(made.scale.sz, 1.0);
-  EXPECT_EQ(made.layer, "RoomTags");
-  ASSERT_EQ(made.attributes.size(), 3u);
-  EXPECT_EQ(made.attributes[0].tag, "ROOM");
-  EXPECT_EQ(made.attributes[0].text, "1.01 Office");
-  EXPECT_EQ(made.attributes[1].tag, "LABEL");
-  EXPECT_EQ(made.attributes[1].text, "%NUMBER%");
-  // No expression applied: empty, not the definition's default.
-  EXPECT_EQ(made.attributes[2].tag, "NOTE");
-  EXPECT_EQ(made.attributes[2].text, "");
-}
-
-TEST_F(ReplaceBlockTest, AttributesTakeTheirDefinitionsPropertiesThroughTheBlockTransform) {
-  const double quarter = std::numbers::pi / 2;
-  AddInsert("ROOMTAG", 10, 20, {"1.01", "", ""}, 1.0, quarter);
-  fx::rooms::ReplaceBlockReferences(docData(), Options(true, {}));
-  const std::vector<Reference> references = References();
-  ASSERT_EQ(references.size(), 1u);
-  const Reference& made = references[0];
-  EXPECT_NEAR(made.rotation, quarter, 1e-12);
-  ASSERT_EQ(made.attributes.size(), 3u);
-  // NEWTAG's base point is (1, 1); a quarter turn maps block (x, y) to
-  // (10 - (y - 1), 20 + (x - 1)).
-  const Attribute& room = made.attributes[0];
-  ExpectNear(room.position, AcGePoint3d(10, 20, 0));
-  EXPECT_EQ(room.height, 2.5);
-  EXPECT_EQ(room.layer, "RoomTags");
-  EXPECT_EQ(room.color, 3);
-  EXPECT_NEAR(room.rotation, quarter, 1e-12);
-  const Attribute& label = made.attributes[1];
-  EXPECT_EQ(label.horizontal, kTextCenter);
-  ExpectNear(label.alignment, AcGePoint3d(11, 23, 0));
-  EXPECT_NEAR(label.rotation, std::numbers::pi, 1e-12);
-  EXPECT_EQ(label.height, 0.5);
+  AddInsert("PLAIN", 5, 5);
+  EXPECT_EQ(fx::rooms::ReplaceBlockReferences(
+                docData(), Options(false, {{"ROOM", "%NAME% %CATEGORY%"}, {"LABEL", "%NUMBER%"}})),
+            1u);
+  EXPECT_EQ(References(), (std::vector<std::string>{
+                              "ROOMTAG at 10,20 scale 2 layer RoomTags NAME=1.01 CATEGORY=Office DESCRIPTION=Open",
+                              "PLAIN at 5,5 scale 1 layer RoomTags",
+                              "NEWTAG at 10,20 scale 1 layer RoomTags ROOM=1.01 Office LABEL=%NUMBER% NOTE="}));
 }
 
 TEST_F(ReplaceBlockTest, RemoveOldErasesEachOldReferenceAndNoOther) {
@@ -169,12 +103,9 @@ TEST_F(ReplaceBlockTest, RemoveOldErasesEachOldReferenceAndNoOther) {
   AddInsert("PLAIN", 5, 5);
   AddInsert("ROOMTAG", 10, 0, {"2", "", ""});
   EXPECT_EQ(fx::rooms::ReplaceBlockReferences(docData(), Options(true, {{"ROOM", "%NAME%"}})), 2u);
-  std::vector<std::string> seen;
-  for (const Reference& reference : References()) {
-    seen.push_back(reference.block + ":" +
-                   (reference.attributes.empty() ? "" : reference.attributes[0].text));
-  }
-  EXPECT_EQ(seen, (std::vector<std::string>{"PLAIN:", "NEWTAG:1", "NEWTAG:2"}));
+  EXPECT_EQ(References(), (std::vector<std::string>{"PLAIN at 5,5 scale 1 layer RoomTags",
+                                                    "NEWTAG at 0,0 scale 1 layer RoomTags ROOM=1 LABEL= NOTE=",
+                                                    "NEWTAG at 10,0 scale 1 layer RoomTags ROOM=2 LABEL= NOTE="}));
 }
 
 TEST_F(ReplaceBlockTest, AMissingBlockEndsItWithTheAccessLayersLine) {
@@ -185,26 +116,6 @@ TEST_F(ReplaceBlockTest, AMissingBlockEndsItWithTheAccessLayersLine) {
   EXPECT_EQ(fx::rooms::ReplaceBlockReferences(docData(), options), 0u);
   EXPECT_EQ(terminal_.out.substr(before), "\nCDocData::GetBlockID = eKeyNotFound");
   EXPECT_EQ(References().size(), 1u);
-}
-
-TEST_F(ReplaceBlockTest, TheDialogListsBlocksAndTagsAndAppliesExpressions) {
-  CReplaceBlockDlg dialog(&db());
-  EXPECT_EQ(dialog.blockNames(), (std::vector<std::string>{"*Model_Space", "*Paper_Space",
-                                                           "ROOMTAG", "NEWTAG", "PLAIN"}));
-  EXPECT_EQ(dialog.fields().size(), 5u);  // no attribute lists before a block is chosen
-  EXPECT_EQ(dialog.SetField(0, "ROOMTAG"), "");
-  EXPECT_EQ(dialog.SetField(1, "NEWTAG"), "");
-  std::vector<DialogField> fields = dialog.fields();
-  ASSERT_EQ(fields.size(), 7u);
-  EXPECT_EQ(fields[2].label, "A&ttribute name");
-  EXPECT_EQ(fields[2].items, (std::vector<std::string>{"ROOM", "LABEL", "NOTE"}));
-  EXPECT_EQ(fields[3].label, "&Source of attributes");
-  EXPECT_EQ(fields[3].items, (std::vector<std::string>{"NAME", "CATEGORY", "DESCRIPTION"}));
-  // Picking a source attribute quotes it into the expression.
-  EXPECT_EQ(dialog.SetField(4, "Room "), "");
-  EXPECT_EQ(dialog.SetField(3, "NAME"), "");
-  EXPECT_EQ(dialog.expression(), "Room %NAME%");
-  EXPECT_EQ(dialog.SetField(5, "x"), fx::rooms::kReadOnlyReason);
 }
 
 TEST_F(ReplaceBlockTest, ApplyExpressionRules) {
@@ -272,10 +183,7 @@ TEST_F(ReplaceBlockTest, TheCommandShowsTheDialogAsPrompts) {
             "\nApplied expression list <ROOM=%NAME% (%CATEGORY%)>: "
             "\nRemove old block references [Yes/No] <Yes>: "
             "\n[Replace/Applyexpression/Cancel] <Replace>: replace\n");
-  const std::vector<Reference> references = References();
-  ASSERT_EQ(references.size(), 1u);
-  EXPECT_EQ(references[0].block, "NEWTAG");
-  EXPECT_EQ(references[0].attributes[0].text, "1.01 (Office)");
+  EXPECT_EQ(References(), std::vector<std::string>{"NEWTAG at 3,4 scale 1 layer RoomTags ROOM=1.01 (Office) LABEL= NOTE="});
 }
 
 // The command through the host on drawings whose references lie outside
@@ -289,7 +197,7 @@ TEST_F(ReplaceBlockTest, OnRealDrawingsTheNewAttributesSitWhereTheEditorPutsThem
     std::string report;
   } cases[] = {
       // Normals (0, 0, -1) and (0, 0.6, 0.8), a scaled and a mirrored reference.
-      {std::string(FX_ROOMS_UI_DATA) + "/replace_planes.dxf",
+      {std::string(FX_TEST_DATA_DIR) + "/rooms_ui/replace_planes.dxf",
        "OLDMARK\nNEWMARK\nNUMBER\n\nNo. %NAME%\n\nYes\napply\n\n\nTYPE\n\n%NAME%-t\n\n\napply\n"
        "\n\n\n\n\n\n\nreplace",
        {"OLDMARK", "NEWMARK"},

@@ -4,12 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <string>
 
 #include "rooms/navigation.h"
-#include "rooms/room_list_fields.h"
-#include "rooms_ui_fixture.h"
+#include "rooms_fixture.h"
 #include "settings/known_settings.h"
 #include "settings/settings.h"
 
@@ -22,7 +20,7 @@ void ShowSummary() { fx::rooms::ShowAnalysisSummary(); }
 
 // Three rooms as an analysis leaves them: one identified, one outside every
 // contour, one second identifier in a contour; one empty contour.
-class SummaryTest : public RoomsUiTest {
+class SummaryTest : public RoomsTest {
  protected:
   SummaryTest() {
     Open(BaseDrawing());
@@ -57,24 +55,10 @@ const char kSummary[] =
     "\n[OK/Openroomlist/Areanotfound:/ContoursWithoutIdentifiers:/RoomWithMultipleIdentifiers:]"
     " <OK>: ";
 
+// Buttons only for the kinds of problem found.
 TEST_F(SummaryTest, CountsAndTheButtonsOfTheProblemsFound) {
   EXPECT_EQ(RunScript("TESTSUMMARY\n\n\n\n\n\n\nOK"), std::string(kSummary) + "OK\n");
   EXPECT_FALSE(runner().failed());
-}
-
-TEST_F(SummaryTest, TheModelEnablesOnlyButtonsOfNonZeroCounts) {
-  fx::rooms::AnalysisCounts counts;
-  counts.rooms = 24;
-  counts.problems = {0, 2, 0, 0, 0};
-  fx::rooms::CReportDlg dialog(counts);
-  EXPECT_EQ(dialog.title(), "Room Analyzing Summary");
-  EXPECT_EQ(dialog.buttons(),
-            (std::vector<std::string>{"OK", "&Open room list", "&Duplicate Numbers :"}));
-  EXPECT_TRUE(dialog.isEnabled(ProblemKind::kDuplicateNumber));
-  EXPECT_FALSE(dialog.isEnabled(ProblemKind::kAreaNotFound));
-  EXPECT_EQ(dialog.fields()[0].value, "24");
-  EXPECT_EQ(dialog.SetField(0, "3"), fx::rooms::kReadOnlyReason);
-  EXPECT_EQ(fx::rooms::CReportDlg(fx::rooms::AnalysisCounts()).buttons().size(), 2u);
 }
 
 TEST_F(SummaryTest, OpenRoomListSendsTheCommandLine) {
@@ -119,13 +103,6 @@ TEST_F(SummaryTest, WithoutAContourLayerSettingTheCommandSaysSo) {
                      "\nEnter room contours layer: \nPlease select Contour Layer"),
             std::string::npos)
       << out;
-}
-
-TEST_F(SummaryTest, TheCountsAreTheLastAnalysiss) {
-  docData().setIdentifiedRoomCount(7);
-  const fx::rooms::AnalysisCounts counts = fx::rooms::CountAnalysis(docData());
-  EXPECT_EQ(counts.rooms, 7u);
-  EXPECT_EQ(counts.problems, (std::array<size_t, fx::rooms::kProblemKindCount>{1, 0, 0, 1, 1}));
 }
 
 }  // namespace

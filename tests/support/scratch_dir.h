@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <string>
+#include <system_error>
 
 namespace fx::testing {
 
@@ -22,6 +23,23 @@ inline std::string MakeScratchDir(const std::string& prefix) {
   std::filesystem::create_directories(dir);
   return dir.string();
 }
+
+// The same folder, removed with the object.
+class ScratchDir {
+ public:
+  explicit ScratchDir(const std::string& prefix) : path_(MakeScratchDir(prefix)) {}
+  ~ScratchDir() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+  ScratchDir(const ScratchDir&) = delete;
+  ScratchDir& operator=(const ScratchDir&) = delete;
+
+  const std::string& path() const { return path_; }
+
+ private:
+  std::string path_;
+};
 
 }  // namespace fx::testing
 

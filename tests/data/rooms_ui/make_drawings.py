@@ -1,33 +1,21 @@
 #!/usr/bin/python3
 """Writes the drawings of the rooms_ui tests (run with Debian's python3-ezdxf).
 
-rooms_base.dxf: an R2000 drawing with the layers FloorArea, RoomContours,
-RoomTags and Markers, and three blocks, nothing in model space:
-  ROOMTAG  attribute definitions NAME, CATEGORY, DESCRIPTION (left, baseline);
-  NEWTAG   base point (1, 1); ROOM (left, height 2.5, layer RoomTags, colour 3),
-           LABEL (middle-centred at (4, 0), rotated 90 degrees), NOTE (invisible);
-  PLAIN    a square, no attribute definitions.
-rooms_plan.dxf: rooms_base.dxf with a floor to analyse (all in model space):
-  floor outline  (0,0)-(40,25) on FloorArea;
-  contours on RoomContours: A (0,0)-(10,10), B (10,0)-(20,10),
-    C (20,0)-(30,10) (nothing in it), D (0,10)-(10,20),
-    E (6,14)-(16,24) (overlapping D: each has a corner inside the other);
-  ROOMTAG inserts on RoomTags (NAME / CATEGORY / DESCRIPTION):
-    (5,5)   "101"   "Office"  "Corner, north"   in A
-    (13,5)  "102"   "Meeting" "Small"           in B
-    (17,5)  "102b"  "Meeting" "Second tag"      in B as well
-    (3,15)  " 101 " "Office"  "Twin"            in D, a duplicate of 101
-    (13,22) "104"   "Storage" ""                in E
-    (35,5)  "103"   "Office"  "Café"            in no contour
-rooms_cjk.dxf: rooms_base.dxf with two rooms named in Chinese and in Korean:
-  floor outline  (0,0)-(20,10) on FloorArea; contours (0,0)-(10,10) and
-  (10,0)-(20,10) on RoomContours; ROOMTAG inserts on RoomTags:
-    (5,5)   "会议室" "办公" "北楼"
-    (15,5)  "회의실" "办公" "Café"
-The files are committed; run this only to change them.
+rooms_base.dxf      R2000, layers FloorArea, RoomContours, RoomTags and Markers, the
+                    blocks ROOMTAG (NAME, CATEGORY, DESCRIPTION), NEWTAG (base point
+                    (1, 1); ROOM, LABEL centred and turned, NOTE invisible) and PLAIN
+                    (no attributes); nothing in model space.
+rooms_plan.dxf      rooms_base.dxf with a floor to analyse: five contours (one empty,
+                    two overlapping) and six ROOMTAG inserts (a duplicate, a second
+                    tag in a room, one in no contour).
+rooms_cjk.dxf       rooms_base.dxf with two rooms named in Chinese and in Korean.
+replace_planes.dxf  the blocks OLDMARK and NEWMARK (attributes invisible, aligned, with
+                    field lengths, layer, linetype and lineweight of their own) and
+                    four OLDMARK references off the world plane, scaled, mirrored, turned.
+The files are committed (rooms_base.dxf serves other tests too); run this only
+to change them, then update the expectations.
 """
 import os
-import sys
 
 import ezdxf
 
@@ -87,12 +75,41 @@ def cjk():
     return doc
 
 
-def main():
-    base().saveas(os.path.join(HERE, "rooms_base.dxf"))
-    plan().saveas(os.path.join(HERE, "rooms_plan.dxf"))
-    cjk().saveas(os.path.join(HERE, "rooms_cjk.dxf"))
-    return 0
+def planes():
+    doc = ezdxf.new("R2000", setup=False)
+    doc.layers.new("Marks")
+    doc.layers.new("Tags", dxfattribs={"color": 5})
+    doc.linetypes.new("DASHED", dxfattribs={"description": "Dashed __ __",
+                                            "pattern": [0.75, 0.5, -0.25]})
+    old = doc.blocks.new("OLDMARK")
+    old.add_lwpolyline([(0, 0), (1, 0), (0.5, 1)], close=True)
+    old.add_attdef("NAME", (0, -0.5), dxfattribs={"height": 0.3})
+    new = doc.blocks.new("NEWMARK", base_point=(2, 1))
+    new.add_circle((2, 1), 1)
+    new.add_attdef("NUMBER", (2, 1), dxfattribs={
+        "height": 0.5, "field_length": 12, "layer": "Tags", "color": 1, "linetype": "DASHED",
+        "ltscale": 2, "lineweight": 25})
+    kind = new.add_attdef("TYPE", (0, 0), dxfattribs={
+        "height": 0.25, "rotation": 90, "flags": 1, "field_length": 8})
+    kind.set_placement((4, 0), align=ezdxf.enums.TextEntityAlignment.MIDDLE_CENTER)
+    note = new.add_attdef("NOTE", (0, 0), dxfattribs={"height": 0.2, "flags": 1})
+    note.set_placement((3, -1), align=ezdxf.enums.TextEntityAlignment.TOP_RIGHT)
+    msp = doc.modelspace()
+    placements = [
+        ((10, 5, 0), {"extrusion": (0, 0, -1), "rotation": 30}, "A1"),
+        ((20, 5, 0), {"extrusion": (0, 0, -1), "xscale": 2, "yscale": 2, "zscale": 2}, "A2"),
+        ((30, 5, 0), {"xscale": -1, "rotation": 45}, "A3"),
+        ((40, 5, 0), {"extrusion": (0, 0.6, 0.8), "rotation": 10}, "A4"),
+    ]
+    for point, attribs, name in placements:
+        attribs["layer"] = "Marks"
+        insert = msp.add_blockref("OLDMARK", (0, 0), dxfattribs=attribs)
+        # The insertion point is stored in the plane of the normal.
+        insert.dxf.insert = insert.ocs().from_wcs(point)
+        insert.add_auto_attribs({"NAME": name})
+    return doc
 
 
 if __name__ == "__main__":
-    sys.exit(main())
+    for name, make in (("rooms_base", base), ("rooms_plan", plan), ("rooms_cjk", cjk), ("replace_planes", planes)):
+        make().saveas(os.path.join(HERE, name + ".dxf"))
