@@ -111,6 +111,8 @@ TEST_F(SvgDrawTest, EachPrimitiveBecomesItsElements) {
     Draw(c.entities);
     EXPECT_EQ(fx::svg_test::DrawnText(*document_), c.drawn) << c.what;
   }
+  Draw("0 LINE|8 0|60 1|10 0|20 0|30 0|11 10|21 10|31 0");  // invisible: not drawn
+  EXPECT_TRUE(Elements(document_->child("svg").child("g"), "line").empty());
 }
 
 TEST_F(SvgDrawTest, ApproximatedArcStaysOnTheCircle) {
