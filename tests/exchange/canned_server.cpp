@@ -117,11 +117,9 @@ CannedServer::~CannedServer() {
     std::lock_guard lock(mutex_);
     stop_ = true;
   }
-  stopping_.notify_all();
   ::shutdown(listener_, SHUT_RDWR);
   thread_.join();
   ::close(listener_);
-  for (int connection : held_) ::close(connection);
 }
 
 std::string CannedServer::address() const {
@@ -162,10 +160,6 @@ void CannedServer::Answer(int connection) {
     if (!replies_.empty()) {
       reply = replies_.front();
       if (replies_.size() > 1) replies_.pop_front();
-    }
-    if (reply.silent) {
-      held_.push_back(connection);
-      return;
     }
   }
   SendAll(connection, reply.bytes.data(), std::min(reply.cut_after, reply.bytes.size()));

@@ -1,10 +1,10 @@
 // A loopback HTTP peer that answers each connection with the next reply of
 // a list: captured service replies in the framings the real service uses,
-// and the broken answers a network gives (a cut reply, none at all).
+// and replies cut short. (A server that never answers is vantory-devserver
+// --fault hang.)
 #ifndef FLOORXPORT_TESTS_EXCHANGE_CANNED_SERVER_H_
 #define FLOORXPORT_TESTS_EXCHANGE_CANNED_SERVER_H_
 
-#include <condition_variable>
 #include <deque>
 #include <mutex>
 #include <string>
@@ -15,8 +15,7 @@ namespace fx::exchange_test {
 
 struct CannedReply {
   std::string bytes;           // the whole HTTP response
-  size_t cut_after = SIZE_MAX; // close the connection after this many bytes
-  bool silent = false;         // read the request, answer nothing, keep the connection
+  size_t cut_after = SIZE_MAX;  // close the connection after this many bytes
 };
 
 // HTTP framings of a SOAP body.
@@ -50,11 +49,9 @@ class CannedServer {
   int listener_ = -1;
   int port_ = 0;
   std::mutex mutex_;
-  std::condition_variable stopping_;
   bool stop_ = false;
   std::deque<CannedReply> replies_;
   std::vector<std::string> requests_;
-  std::vector<int> held_;  // connections of silent replies
   std::thread thread_;
 };
 

@@ -143,8 +143,8 @@ TEST_F(ClientRepliesTest, EveryBrokenReplyGivesAClassifiedReport) {
        "HTTP error occured."},
       // The runtime reports what it last read: the end of the stream inside
       // the body, the HTTP status when the reply ended before its XML.
-      {"cut mid-body", {PlainReply(listing).bytes, 400, false}, "TCP error occured."},
-      {"cut mid-headers", {PlainReply(listing).bytes, 20, false}, "HTTP error occured."},
+      {"cut mid-body", {PlainReply(listing).bytes, 400}, "TCP error occured."},
+      {"cut mid-headers", {PlainReply(listing).bytes, 20}, "HTTP error occured."},
       {"wrong namespace", PlainReply(CapturedReply("wrong_namespace.xml")), "HTTP error occured."},
   };
   for (const BrokenCase& c : cases) {

@@ -137,7 +137,7 @@ TEST_F(OccupantProgramTest, AFailedRequestLeavesTheDrawingAsItWasAndSaysWhy) {
   } kCases[] = {
       {PlainReply(R"({"error": "database is locked"})", 500, "application/json"),
        "The server answered HTTP 500. database is locked"},
-      {ChunkedReply("[" + std::string(50 * 1024 * 1024, ' ') + "]"), "The answer is larger than 16 MB."},
+      {ChunkedReply("[" + std::string(17 * 1024 * 1024, ' ') + "]"), "The answer is larger than 16 MB."},
       {{}, "Couldn't connect to server"},
   };
   std::string down_address;
