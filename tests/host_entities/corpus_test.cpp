@@ -17,11 +17,13 @@
 #include <filesystem>
 #include <iostream>
 #include <map>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "command_output.h"
 #include "corpus.h"
 #include "entity_test_support.h"
 #include "host/dxf/drawing_io.h"
@@ -57,13 +59,9 @@ struct Record {
 // Runs the script; false when it could not run (no python3 or no ezdxf).
 bool RunScript(const std::string& arguments, std::vector<Record>& records) {
   std::string command = std::string(FX_SYSTEM_PYTHON) + " " + FX_EZDXF_EXTENTS + " " + arguments + " 2>/dev/null";
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) return false;
-  std::string output;
-  char buffer[4096];
-  while (size_t n = fread(buffer, 1, sizeof buffer, pipe)) output.append(buffer, n);
-  if (pclose(pipe) != 0) return false;
-  std::istringstream lines(output);
+  const std::optional<std::string> output = fx::testing::CommandOutput(command);
+  if (!output) return false;
+  std::istringstream lines(*output);
   for (std::string line; std::getline(lines, line);) {
     std::istringstream in(line);
     Record& record = records.emplace_back();

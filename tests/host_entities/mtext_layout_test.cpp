@@ -7,10 +7,12 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "command_output.h"
 #include "entity_test_support.h"
 #include "host/dxf/draw_text_box.h"
 #include "host/dxf/drawing_io.h"
@@ -63,13 +65,9 @@ AcGePoint3d ReadPoint(std::istream& in) {
 // not run (no python3 or no ezdxf).
 bool RunEzdxf(const std::string& path, std::vector<EzdxfMText>& mtexts) {
   std::string command = std::string(FX_SYSTEM_PYTHON) + " " + FX_EZDXF_MTEXT + " '" + path + "' 2>/dev/null";
-  FILE* pipe = popen(command.c_str(), "r");
-  if (pipe == nullptr) return false;
-  std::string output;
-  char buffer[4096];
-  while (size_t n = fread(buffer, 1, sizeof buffer, pipe)) output.append(buffer, n);
-  if (pclose(pipe) != 0) return false;
-  std::istringstream lines(output);
+  const std::optional<std::string> output = fx::testing::CommandOutput(command);
+  if (!output) return false;
+  std::istringstream lines(*output);
   for (std::string line; std::getline(lines, line);) {
     std::istringstream in(line);
     std::string kind;
