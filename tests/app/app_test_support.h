@@ -8,7 +8,7 @@
 #include "app/floorxport_app.h"
 #include "console_fixture.h"
 #include "host/dxf/console/module_registry.h"
-#include "scratch_dir.h"
+#include "test_folder.h"
 
 namespace fx::app_test {
 
@@ -19,8 +19,6 @@ std::string SmallPlan();
 
 // The menu bar with the plug-in loaded, as floorxport menu prints it.
 extern const char kPlanVaultMenuTree[];
-
-inline std::string ScratchDir() { return fx::testing::MakeScratchDir("app_tests"); }
 
 // Copies `source` to `target` with the server floor association added (the
 // dictionary PLANVAULT_DICT_3287 with the entry PLANVAULT_SERVER_DATA). False,

@@ -28,13 +28,8 @@ fx::app::SendOutcome SendRefused(AcDbDatabase*) { return {3, "The floor is locke
 
 class DrawingReactorTest : public AppTest {
  protected:
-  DrawingReactorTest() : dir_(ScratchDir()), linked_(dir_ + "/linked.dxf") {
-    WriteLinkedDrawing(SampleFloor(), linked_);
-  }
-  ~DrawingReactorTest() override {
-    fx::app::SetDrawingSender(nullptr);
-    std::filesystem::remove_all(dir_);
-  }
+  DrawingReactorTest() { WriteLinkedDrawing(SampleFloor(), linked_); }
+  ~DrawingReactorTest() override { fx::app::SetDrawingSender(nullptr); }
 
   // Opens `drawing`, saves it to a scratch file when `change` (the save moves
   // $TDUUPDATE on), closes it and returns what the close printed.
@@ -55,8 +50,9 @@ class DrawingReactorTest : public AppTest {
     Restart(std::move(policy));
   }
 
-  std::string dir_;
-  std::string linked_;
+  fx::testing::TestFolder folder_{"app"};
+  std::string dir_ = folder_.path().string();
+  std::string linked_ = dir_ + "/linked.dxf";
 };
 
 // Only a changed drawing linked to a server floor asks (the association is

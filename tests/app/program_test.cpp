@@ -27,18 +27,15 @@ const std::string kAboutTitle = std::string("About FloorXport ") + FX_VERSION;
 
 class ProgramTest : public ::testing::Test {
  protected:
-  ProgramTest() : dir_(ScratchDir()) {}
-  ~ProgramTest() override {
-    unsetenv("FX_TEST_UPDATER_LOG");
-    fs::remove_all(dir_);
-  }
+  ~ProgramTest() override { unsetenv("FX_TEST_UPDATER_LOG"); }
 
   ProgramResult Run(const std::vector<std::string>& args, const std::string& program = kProgram) {
     return RunProgram(program, args, dir_);
   }
   std::string Path(const char* name) const { return dir_ + "/" + name; }
 
-  std::string dir_;
+  fx::testing::TestFolder folder_{"app"};
+  std::string dir_ = folder_.path().string();
 };
 
 TEST_F(ProgramTest, MenuPrintsTheMenuBarWithThePlugInLoaded) {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "console_fixture.h"
-#include "scratch_dir.h"
+#include "test_folder.h"
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/dxf/console/host_session.h"
@@ -26,7 +26,7 @@ class CleanupTest : public fx::console::ConsoleTest {
   ~CleanupTest() override;
 
   // A file in this test's own temporary directory.
-  std::string TempPath(const std::string& name) const { return dir_.path() + "/" + name; }
+  std::string TempPath(const std::string& name) const { return (dir_ / name).string(); }
   void Open(const std::string& path);
   // Writes `drawing` to a temporary file and opens it.
   void Open(const TestDrawing& drawing);
@@ -47,7 +47,7 @@ class CleanupTest : public fx::console::ConsoleTest {
   fx::console::HostSession session_{runner(), modules_};
 
  private:
-  fx::testing::ScratchDir dir_{"fx_cleanup"};
+  fx::testing::TestFolder dir_{"fx_cleanup"};
 };
 
 }  // namespace fx::cleanup_test

@@ -28,7 +28,7 @@ fx::console::AnswerPolicy Answers(const std::vector<std::string>& answers) {
   return policy;
 }
 
-ExportTest::ExportTest() : dir_(ScratchDir()) {
+ExportTest::ExportTest() {
   modules_.Register("FloorXport", acrxEntryPoint);
   // Never the user's own settings.
   fx::settings::SetSettingsFilePath(dir_ + "/settings.reg");
@@ -37,7 +37,6 @@ ExportTest::ExportTest() : dir_(ScratchDir()) {
 ExportTest::~ExportTest() {
   session_.reset();
   fx::settings::SetSettingsFilePath("");
-  std::filesystem::remove_all(dir_);
 }
 
 void ExportTest::Open(const std::string& path, fx::console::AnswerPolicy answers) {

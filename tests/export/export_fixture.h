@@ -17,14 +17,13 @@
 #include "host/dxf/console/host_session.h"
 #include "host/dxf/console/module_registry.h"
 #include "program_runner.h"
-#include "scratch_dir.h"
+#include "test_folder.h"
 
 namespace fx::export_test {
 
 std::string FloorDrawing();  // tests/data/export/floor.dxf
 std::string SampleFloor();   // examples/sample-floor.dxf
 
-inline std::string ScratchDir() { return fx::testing::MakeScratchDir("export"); }
 
 using fx::cli_test::ReadFile;
 using fx::testing::GunzipFile;
@@ -50,7 +49,8 @@ class ExportTest : public fx::console::ConsoleTest {
   // The first model-space entity whose room record is named `name`.
   AcDbObjectId RecordNamed(const std::string& name) const;
 
-  std::string dir_;
+  fx::testing::TestFolder folder_{"export"};
+  std::string dir_ = folder_.path().string();
   fx::console::ModuleRegistry modules_;
   std::unique_ptr<fx::console::HostSession> session_;
 };

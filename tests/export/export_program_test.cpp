@@ -29,8 +29,6 @@ const std::vector<std::string> kSampleAnalysis = {
 
 class ExportProgramTest : public ::testing::Test {
  protected:
-  ExportProgramTest() : dir_(ScratchDir()) {}
-  ~ExportProgramTest() override { fs::remove_all(dir_); }
 
   ProgramResult Floorxport(std::vector<std::string> args) {
     args.insert(args.begin(), {"--settings", dir_ + "/settings.reg"});
@@ -59,7 +57,8 @@ class ExportProgramTest : public ::testing::Test {
     fx::testing::ExpectRsvgRenders(base + ".svg", dir_, label);
   }
 
-  std::string dir_;
+  fx::testing::TestFolder folder_{"export"};
+  std::string dir_ = folder_.path().string();
 };
 
 TEST_F(ExportProgramTest, TheAnalysedSampleExportsInEveryFormat) {

@@ -6,12 +6,12 @@
 
 #include "host/dxf/dxf_writer.h"
 #include "program_runner.h"
+#include "test_folder.h"
 #include "test_support.h"
 
 namespace fx::dxf {
 namespace {
 
-using testing::MakeScratchDirectory;
 using testing::ParseOrFail;
 using testing::TestData;
 
@@ -31,7 +31,8 @@ void WriteFile(const std::string& path, std::string_view bytes) {
 }
 
 TEST(SaveAtomic, ReplacesTheTargetKeepingItsPermissions) {
-  const std::string directory = MakeScratchDirectory();
+  const fx::testing::TestFolder folder("fx_host_dxf");
+  const std::string directory = folder.path().string();
   const std::string target = directory + "/plan.dxf";
   WriteFile(target, "old");
   chmod(target.c_str(), 0640);
@@ -52,11 +53,11 @@ TEST(SaveAtomic, ReplacesTheTargetKeepingItsPermissions) {
   const std::unique_ptr<Document> binary = Document::Load(target, &error);
   ASSERT_TRUE(binary) << error.message;
   EXPECT_EQ(binary->encoding(), Encoding::kBinary);
-  std::filesystem::remove_all(directory);
 }
 
 TEST(SaveAtomic, AFailedSaveLeavesTheTargetAndNoTemporaryFile) {
-  const std::string directory = MakeScratchDirectory();
+  const fx::testing::TestFolder folder("fx_host_dxf");
+  const std::string directory = folder.path().string();
   const std::string target = directory + "/plan.dxf";
   WriteFile(target, "old");
   const std::unique_ptr<Document> doc = ParseOrFail(TestData("minimal.dxf"), "m.dxf");
@@ -80,7 +81,6 @@ TEST(SaveAtomic, AFailedSaveLeavesTheTargetAndNoTemporaryFile) {
   EXPECT_NE(no_directory.message().find("cannot create a temporary file"), std::string::npos);
   EXPECT_FALSE(SaveAtomic(*doc, directory).ok());  // a directory is not replaced
   EXPECT_EQ(Entries(directory), std::vector<std::string>{"plan.dxf"});
-  std::filesystem::remove_all(directory);
 }
 
 }  // namespace

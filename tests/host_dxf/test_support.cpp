@@ -1,7 +1,6 @@
 #include "test_support.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <algorithm>
 
@@ -83,12 +82,6 @@ bool SameTags(const std::vector<Tag>& a, const std::vector<Tag>& b, std::string*
     return false;
   }
   return true;
-}
-
-std::string MakeScratchDirectory() {
-  std::string pattern = ::testing::TempDir() + "fx_host_dxf_XXXXXX";
-  if (mkdtemp(pattern.data()) == nullptr) ADD_FAILURE() << "mkdtemp failed for " << pattern;
-  return pattern;
 }
 
 }  // namespace fx::dxf::testing

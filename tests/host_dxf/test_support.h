@@ -39,9 +39,6 @@ bool SameMeaning(int code, std::string_view a, std::string_view b);
 // Whether two tag lists are equal by SameMeaning; on a difference, says where in *where.
 bool SameTags(const std::vector<Tag>& a, const std::vector<Tag>& b, std::string* where);
 
-// A fresh directory for one test, under the test framework's temporary directory.
-std::string MakeScratchDirectory();
-
 }  // namespace fx::dxf::testing
 
 #endif  // FX_TESTS_HOST_DXF_TEST_SUPPORT_H_

@@ -15,7 +15,7 @@
 #include <nlohmann/json.hpp>
 
 #include "program_runner.h"
-#include "scratch_dir.h"
+#include "test_folder.h"
 
 namespace fx::review {
 namespace {
@@ -31,8 +31,6 @@ const std::vector<std::string> kProblemsBlock = {"--floor-layer", "Floor", "--co
 
 class ReviewProgramTest : public ::testing::Test {
  protected:
-  ReviewProgramTest() : dir_(fx::testing::MakeScratchDir("review")) {}
-  ~ReviewProgramTest() override { std::filesystem::remove_all(dir_); }
 
   // floorxport with its own settings file, then `args`.
   ProgramResult Floorxport(std::vector<std::string> args) {
@@ -45,7 +43,8 @@ class ReviewProgramTest : public ::testing::Test {
   }
   json Findings(const std::string& atlas) { return json::parse(ReadFile(atlas + "/findings.json")); }
 
-  std::string dir_;
+  fx::testing::TestFolder folder_{"review"};
+  std::string dir_ = folder_.path().string();
 };
 
 // Through analyze --report, which also saves the analysed drawing and

@@ -50,8 +50,8 @@ class AnalyzeProgramTest : public ::testing::Test {
     return RunProgram(FX_FLOORXPORT, args, dir_);
   }
 
-  fx::testing::ScratchDir scratch_{"rooms"};
-  const std::string& dir_ = scratch_.path();
+  fx::testing::TestFolder scratch_{"rooms"};
+  const std::string dir_ = scratch_.path().string();
 };
 
 // Both modes, the block mode answering the command as the dialog would.

@@ -39,8 +39,8 @@ class ProgramTest : public ::testing::Test {
     std::ofstream(Path(name), std::ios::binary) << text;
     return Path(name);
   }
-  fx::testing::ScratchDir scratch_{"rooms_ui"};
-  const std::string dir_ = scratch_.path();
+  fx::testing::TestFolder scratch_{"rooms_ui"};
+  const std::string dir_ = scratch_.path().string();
 };
 
 TEST_F(ProgramTest, RoomsUsage) {

@@ -131,8 +131,8 @@ TEST(ReportTest, TheDefaultNameIsTheDrawingsNameWithoutFolderAndExtension) {
 }
 
 TEST(ReportTest, TheFileIsWrittenWholeOrNotAtAll) {
-  const fx::testing::ScratchDir scratch("rooms_ui");
-  const std::string& dir = scratch.path();
+  const fx::testing::TestFolder scratch("rooms_ui");
+  const std::string dir = scratch.path().string();
   const std::string path = dir + "/report.csv";
   EXPECT_TRUE(fx::rooms::WriteReportFile(path, kHeader));
   EXPECT_EQ(fx::cli_test::ReadFile(path), kHeader);

@@ -8,7 +8,7 @@
 #include "app/floorxport_app.h"
 #include "host/dxf/console/module_registry.h"
 #include "program_runner.h"
-#include "scratch_dir.h"
+#include "test_folder.h"
 #include "settings/settings_path.h"
 #include "studio/host_loop.h"
 #include "studio/studio_session.h"
@@ -34,11 +34,10 @@ size_t RoomRecords(const std::string& dxf) {
 
 class SessionTest : public ::testing::Test {
  protected:
-  SessionTest() : dir_(fx::testing::MakeScratchDir("studio")) {
+  SessionTest() {
     fx::settings::SetSettingsFilePath((dir_ / "settings.reg").string());
     fs::copy_file(fs::path(FX_EXAMPLES_DIR) / "sample-floor.dxf", drawing());
   }
-  ~SessionTest() override { fs::remove_all(dir_); }
 
   fs::path drawing() const { return dir_ / "floor.dxf"; }
 
@@ -58,7 +57,8 @@ class SessionTest : public ::testing::Test {
     return RoomRecords(ReadFile((dir_ / name).string()));
   }
 
-  fs::path dir_;
+  fx::testing::TestFolder folder_{"studio"};
+  const fs::path& dir_ = folder_.path();
   StudioState state_;
   HostLoop loop_;
 };

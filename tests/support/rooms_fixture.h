@@ -16,7 +16,7 @@
 #include "host/dxf/console/module_registry.h"
 #include "rooms/doc_data.h"
 #include "rooms/room_record.h"
-#include "scratch_dir.h"
+#include "test_folder.h"
 
 namespace fx::rooms_test {
 
@@ -67,8 +67,8 @@ class RoomsTest : public fx::console::ConsoleTest {
                    const std::string& category = "", const std::string& description = "",
                    const std::string& comment = "");
 
-  fx::testing::ScratchDir scratch_{"rooms"};
-  const std::string dir_ = scratch_.path();
+  fx::testing::TestFolder scratch_{"rooms"};
+  const std::string dir_ = scratch_.path().string();
   fx::console::ModuleRegistry modules_;
   std::unique_ptr<fx::console::HostSession> session_;
 };

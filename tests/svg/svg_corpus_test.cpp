@@ -14,7 +14,7 @@
 #include "corpus.h"
 #include "external_checkers.h"
 #include "host/dxf/drawing_io.h"
-#include "scratch_dir.h"
+#include "test_folder.h"
 #include "svg/render_model_space.h"
 #include "svg/svg_save.h"
 #include "svg_test_support.h"
@@ -43,7 +43,8 @@ TEST_F(SvgCorpusTest, EveryDrawingRendersToValidSvg) {
   std::vector<fs::path> drawings = fx::testing::CorpusDrawings();
   if (drawings.empty()) GTEST_SKIP() << "no corpus at " << fx::testing::CorpusDir();
   drawings.insert(drawings.begin(), fs::path(FX_EXAMPLES_DIR) / "sample-floor.dxf");
-  const fs::path out = fx::testing::MakeScratchDir("svg");
+  const fx::testing::TestFolder folder("svg");
+  const fs::path& out = folder.path();
   for (const fs::path& path : drawings) {
     const std::string label = path.parent_path().filename().string() + "/" + path.filename().string();
     std::string error;
@@ -66,7 +67,6 @@ TEST_F(SvgCorpusTest, EveryDrawingRendersToValidSvg) {
       fx::testing::ExpectXmllintAccepts({svg}, out.string(), label);
     }
   }
-  fs::remove_all(out);
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 
 #include "gzip_file.h"
 #include "program_runner.h"
-#include "scratch_dir.h"
+#include "test_folder.h"
 #include "svg/pv_svg_world_draw.h"
 #include "svg/render_model_space.h"
 #include "svg/svg_document.h"
@@ -21,7 +21,6 @@ namespace fs = std::filesystem;
 class SvgSaveTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    dir_ = fx::testing::MakeScratchDir("svg");
     PvSvgWorldDraw draw(nullptr, {{0, 0}, {10, 10}}, {});
     draw.pushModelTransform(fx::svg::WorldToSvg({{0, 0}, {10, 10}}));
     const AcGePoint3d points[2] = {{1, 1, 0}, {9, 9, 0}};
@@ -31,7 +30,6 @@ class SvgSaveTest : public ::testing::Test {
     draw.text({1, 5, 0}, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, "caf\xC3\xA9 \xE4\xB8\xAD <&>", true, style);
     document_ = draw.takeDocument();
   }
-  void TearDown() override { fs::remove_all(dir_); }
   // The names in the folder: nothing but what a test put there.
   std::vector<std::string> Names() const {
     std::vector<std::string> names;
@@ -40,7 +38,8 @@ class SvgSaveTest : public ::testing::Test {
     return names;
   }
 
-  fs::path dir_;
+  fx::testing::TestFolder folder_{"svg"};
+  const fs::path& dir_ = folder_.path();
   std::unique_ptr<pugi::xml_document> document_;
 };
 
