@@ -350,7 +350,8 @@ TEST_F(FloorWritersTest, DrawBoxAndProgramAttributes) {
   s::SetSettingInt(s::kDrawBox, 1, s::kSectionExportOptions);
   Open();
   const std::string svg = ExportText("svg");
-  const pugi::xml_node last = Parse(svg)->child("svg").child("g").last_child();
+  const std::unique_ptr<pugi::xml_document> document = Parse(svg);
+  const pugi::xml_node last = document->child("svg").child("g").last_child();
   EXPECT_STREQ(last.name(), "polygon");
   EXPECT_STREQ(last.attribute("points").value(), "0,13 0,0 24,0 24,13");
   EXPECT_EQ(svg.find("ss:lid="), std::string::npos);
