@@ -1,13 +1,10 @@
 // End-to-end on the real drawings of the corpus, each loaded once: every
-// model-space entity opens and draws through the recording sink without
-// leaving a transform pushed, and what it draws (text aside) lies within its
-// extents. On the drawings of kEzdxfDrawings the extents are also compared
-// with ezdxf's (ezdxf_extents.py run by Debian's python3), handle by handle,
-// within 1e-6 of the entity's size. Where ezdxf's own box is off (it
-// measures Bezier approximations of arcs), its box of points on the true
-// curves decides: ours must contain it and exceed it by no more than its
-// flattening distance. Text is not compared: ezdxf measures it with fonts,
-// the host by its width rule.
+// model-space entity opens and draws within its extents, leaving no
+// transform pushed. On kEzdxfDrawings the extents are also compared with
+// ezdxf's (ezdxf_extents.py), handle by handle, within 1e-6 of the entity's
+// size; where ezdxf's box is off (it measures Bezier approximations of arcs),
+// its box of points on the true curves decides. Text is not compared: ezdxf
+// measures it with fonts, the host by its width rule.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -35,13 +32,10 @@ constexpr double kRelative = 1e-6;
 // The most differing entities one drawing sends back for a finer box.
 constexpr size_t kMaxFineChecks = 2000;
 
-// ezdxf takes seconds on a large drawing (most of this test's time over the
-// whole corpus), so it measures these alone. Between them they hold every
-// entity type the host measures, in binary and ASCII files from R12 to
-// R2018, and every case the corpus has: bulged
-// light and heavy polylines, fitted splines, hatches with line, arc,
-// ellipse and spline edges, rotated, mirrored, nested and tilted inserts.
-// The other drawings hold more of the same.
+// ezdxf takes seconds on a large drawing, so it measures these alone:
+// between them every entity type the host measures, binary and ASCII, R12 to
+// R2018, bulged polylines, fitted splines, hatches with every edge type,
+// rotated, mirrored, nested and tilted inserts.
 const std::set<std::string> kEzdxfDrawings = {
     "acadsharp/sample_AC1009_binary.dxf", "acadsharp/sample_AC1018_binary.dxf", "constructiq/house_plan.dxf",
     "cs-proxymix/SanSebastian_building.dxf", "ezdxf/hatches_2.dxf",          "ezdxf/uncommon.dxf",

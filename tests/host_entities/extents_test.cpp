@@ -76,9 +76,11 @@ TEST(EntityExtents, BulgedPolylineInObjectCoordinates) {
   EXPECT_NEAR(area, 40 + 2 * kPi - r * r / 2 * (kPi / 2 - 1), 1e-9);
 }
 
-// TEXT by alignment: the box by the width rule (0.65 x height x width
-// factor per character), and the glyph box of the text it draws (from the
-// baseline's start along its direction, up from it by the normal).
+// TEXT by alignment, in the layout before R13 and in R2018's (where the
+// vertical alignment follows a second subclass marker): the box by the width
+// rule (0.65 x height x width factor per character), and the glyph box of
+// the text it draws (from the baseline's start along its direction, up from
+// it by the normal).
 TEST(EntityExtents, TextBoxesAndDrawnTextFollowAlignment) {
   const double w = 4 * fx::dxf::kAverageAdvance * 2;  // "°RM1" at height 2
   struct Case {
@@ -93,26 +95,34 @@ TEST(EntityExtents, TextBoxesAndDrawnTextFollowAlignment) {
       {"bottom", "72 0\n11 20\n21 10\n31 0\n73 1\n", {20, 10 + 0.6, 0}, {20 + w, 12.6, 0}},
       {"fit", "72 5\n11 30\n21 10\n31 0\n", {10, 10, 0}, {30, 12, 0}},
       {"rotated 90", "50 90\n", {8, 10, 0}, {10, 10 + w, 0}},
-      {"right top rotated 90", "72 2\n73 3\n50 90\n11 20\n21 10\n31 0\n", {20, 10 - w, 0}, {22, 10, 0}},
+      {"right top rotated 90", "72 2\n50 90\n11 20\n21 10\n31 0\n73 3\n", {20, 10 - w, 0}, {22, 10, 0}},
       {"backwards", "71 2\n", {10 - w, 10, 0}, {10, 12, 0}},
       {"upside down", "71 4\n", {10, 8, 0}, {10 + w, 10, 0}},
   };
+  const std::string body = "10 10\n20 10\n30 0\n40 2\n1 %%dRM1\n";
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    auto text = Make<AcDbText>(std::string("0 TEXT\n8 0\n10 10\n20 10\n30 0\n40 2\n1 %%dRM1\n") + c.alignment);
-    ExpectBox(ExtentsOf(*text), c.min, c.max);
-    RecordingDraw draw;
-    text->worldDraw(&draw);
-    ASSERT_EQ(draw.Count(Primitive::kText), 1u);
-    const Primitive& p = draw.primitives()[0];
-    EXPECT_EQ(p.text, "\xC2\xB0RM1");
-    const double h = p.style.text_size;
-    const AcGeVector3d along = p.direction.normal() * (fx::dxf::TextAdvance(p.text) * h * p.style.x_scale);
-    const AcGeVector3d up = p.normal.crossProduct(p.direction).normal() * h;
-    AcDbExtents glyphs;
-    for (const AcGePoint3d& corner : {p.points[0], p.points[0] + along, p.points[0] + up, p.points[0] + along + up})
-      glyphs.addPoint(corner);
-    ExpectBox(glyphs, c.min, c.max);
+    for (bool subclassed : {false, true}) {
+      SCOPED_TRACE(std::string(c.name) + (subclassed ? " R2018" : " R12"));
+      const std::string alignment = c.alignment;
+      const size_t vertical = alignment.find("73 ");
+      auto text = Make<AcDbText>(
+          subclassed ? "0 TEXT\n100 AcDbEntity\n8 0\n100 AcDbText\n" + body + alignment.substr(0, vertical) +
+                           "100 AcDbText\n" + (vertical == std::string::npos ? "" : alignment.substr(vertical))
+                     : "0 TEXT\n8 0\n" + body + alignment);
+      ExpectBox(ExtentsOf(*text), c.min, c.max);
+      RecordingDraw draw;
+      text->worldDraw(&draw);
+      ASSERT_EQ(draw.Count(Primitive::kText), 1u);
+      const Primitive& p = draw.primitives()[0];
+      EXPECT_EQ(p.text, "\xC2\xB0RM1");
+      const double h = p.style.text_size;
+      const AcGeVector3d along = p.direction.normal() * (fx::dxf::TextAdvance(p.text) * h * p.style.x_scale);
+      const AcGeVector3d up = p.normal.crossProduct(p.direction).normal() * h;
+      AcDbExtents glyphs;
+      for (const AcGePoint3d& corner : {p.points[0], p.points[0] + along, p.points[0] + up, p.points[0] + along + up})
+        glyphs.addPoint(corner);
+      ExpectBox(glyphs, c.min, c.max);
+    }
   }
 }
 

@@ -1,23 +1,16 @@
-"""Extents of the model-space entities of a drawing by ezdxf, for the C++ test
-that compares them with the host's getGeomExtents.
+"""Extents of the model-space entities of a drawing by ezdxf, for the C++
+corpus test that compares them with the host's getGeomExtents.
 
-Usage: ezdxf_extents.py DRAWING            -- one line per entity
-       ezdxf_extents.py DRAWING HANDLE...  -- finer boxes of those entities
+Usage: ezdxf_extents.py DRAWING            -- "HANDLE TYPE BOX" per entity
+       ezdxf_extents.py DRAWING HANDLE...  -- "HANDLE DISTANCE BOX" per handle
 
-Each line of the first form is "HANDLE TYPE BOX", BOX being ezdxf's
-bbox.extents(fast=False) (minimum then maximum corner), left out when the
-entity is not compared: text, whose size ezdxf measures with fonts; types the
-host does not measure; no extents.
-
-ezdxf's precise box is exact for the cubic Bezier curves it turns arcs,
-ellipses and bulges into, not for those curves themselves (up to about 3e-4
-of the radius for a quarter turn); it also counts polyline widths. The
-second form therefore gives, per handle, "HANDLE DISTANCE BOX": the box of
-points on the true centre lines: the entity exploded into ezdxf's lines,
-arcs, ellipses and splines (polylines into lines and arcs, hatches into
-their boundary curves), each flattened with a deviation below DISTANCE
-(relative 1e-7 of the entity's size). That box lies inside the exact box
-and no more than DISTANCE short of it.
+BOX (minimum then maximum corner) is left out for entities not compared
+(text, which ezdxf measures with fonts; types the host does not measure).
+The first form gives bbox.extents(fast=False), exact for the Bezier curves
+ezdxf turns arcs into, not for the arcs, and counting polyline widths. The
+second gives the box of points on the true centre lines, flattened within
+DISTANCE (1e-7 of the entity's size): inside the exact box, at most
+DISTANCE short of it.
 """
 import sys
 

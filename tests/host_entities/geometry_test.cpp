@@ -1,4 +1,4 @@
-// The host's geometry routines: arcs and bulges, splines and the text width
+// The host's geometry routines: elliptic arcs, splines and the text width
 // rule, checked by invariants. (The corpus test checks them on real
 // drawings, the SVG tests hatch pattern clipping.)
 #include <gtest/gtest.h>
@@ -49,18 +49,6 @@ TEST(CurveGeometry, EllipticArcExtentsMatchDenseSampling) {
         [&](double t) { return c + u * std::cos(t) + v * std::sin(t); }, start, sweep, 200000);
     ExpectBoxNear(box, sampled, 1e-8);
   }
-}
-
-// A bulge of 1 is a half circle; two of them make a full circle, whose
-// area is negative run clockwise.
-TEST(CurveGeometry, BulgeArcAndArea) {
-  Arc2d half = BulgeToArc({0, 0}, {2, 0}, 1);
-  EXPECT_NEAR(half.radius, 1, 1e-15);
-  EXPECT_TRUE(half.center.isEqualTo({1, 0}));
-  EXPECT_NEAR(half.sweep, kPi, 1e-15);
-  std::vector<AcGePoint2d> disk{{0, 0}, {2, 0}};
-  EXPECT_NEAR(SignedBulgeArea(disk, std::vector<double>{1, 1}), kPi, 1e-12);
-  EXPECT_NEAR(SignedBulgeArea(disk, std::vector<double>{-1, -1}), -kPi, 1e-12);
 }
 
 TEST(CurveGeometry, TessellationStaysWithinDeviation) {
