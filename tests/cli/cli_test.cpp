@@ -96,13 +96,13 @@ TEST_F(CliTest, WrongUsageExitsWithTwo) {
   EXPECT_TRUE(bare.err.starts_with("Usage: floorxport COMMAND")) << bare.err;
 }
 
-// The whole path: -c lines and a script file (a comment, CR LF line ends, a
-// quoted answer) in order, host commands, the transcript, a copy saved, the
+// The whole path: -c lines and a script file (a byte order mark, a comment,
+// CR LF line ends, a quoted answer) in order, host commands, the transcript, a copy saved, the
 // input untouched, and the copy read back.
 TEST_F(CliTest, ABatchRunSavesACopyAndLeavesTheInput) {
   const std::string drawing = Copy(kSmallPlan, "plan.dxf");
   const std::string before = ReadFile(drawing);
-  const std::string script = Write("units.scr", "; set the units to metres\r\nUNITS\r\n\"6\"\r\n");
+  const std::string script = Write("units.scr", "\xEF\xBB\xBF; set the units to metres\r\nUNITS\r\n\"6\"\r\n");
   const std::string out = Path("out.dxf");
   ProgramResult run =
       Run({"run", drawing, "-c", "ZOOM E", "-s", script, "-c", "_ZOOM _O 999 102 ", "-o", out});

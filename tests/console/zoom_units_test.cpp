@@ -20,6 +20,7 @@ namespace {
 
 const std::string kSmallPlan = std::string(FX_CONSOLE_TEST_DATA) + "/small_plan.dxf";
 
+// The common cases are the ZOOM commands below and in tests/cli; these are the edges.
 TEST(FitViewTest, ShowsTheExtentsWholeWithTheViewsAspectRatio) {
   struct Case {
     View current;
@@ -27,8 +28,6 @@ TEST(FitViewTest, ShowsTheExtentsWholeWithTheViewsAspectRatio) {
     View expected;
   };
   const Case cases[] = {
-      {{{0, 0}, 10, 20}, {{0, 0, 0}, {160, 50, 0}}, {{80, 25}, 80, 160}},  // wide
-      {{{0, 0}, 10, 20}, {{10, 10, 0}, {20, 30, 0}}, {{15, 20}, 20, 40}},  // tall
       {{{0, 0}, 10, 20}, {{5, 5, 0}, {5, 5, 0}}, {{5, 5}, 10, 20}},        // a point
       {{{0, 0}, 0, 0}, {{0, 0, 0}, {4, 2, 0}}, {{2, 1}, 4, 4}},            // no ratio
       {{{0, 0}, 30, 10}, {{-1, -1, 0}, {1, 2, 0}}, {{0, 0.5}, 6, 2}},      // portrait
