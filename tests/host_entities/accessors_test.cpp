@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <numbers>
+#include <utility>
 
 #include "entity_test_support.h"
 #include "host/db_entities.h"
@@ -15,11 +16,6 @@ using fx::testing::Make;
 
 constexpr double kPi = std::numbers::pi;
 
-struct Layout {
-  const char* name;
-  const char* tags;
-};
-
 TEST(EntityAccessors, TextValuesAreDecodedAndEncoded) {
   auto text = Make<AcDbText>("0 TEXT\n100 AcDbEntity\n8 0\n100 AcDbText\n10 0\n20 0\n40 1\n1 %%c50 ^Jx\n100 AcDbText\n");
   EXPECT_EQ(text->textString(), "%%c50 \nx");  // %%-codes stay raw, carets decode
@@ -30,14 +26,14 @@ TEST(EntityAccessors, TextValuesAreDecodedAndEncoded) {
 }
 
 TEST(EntityAccessors, AttributesKeepVerticalAlignmentIn74) {
-  const Layout layouts[] = {
+  const std::pair<const char*, const char*> layouts[] = {
       {"R12", "0 ATTRIB\n8 0\n10 0\n20 0\n30 0\n40 1\n1 101\n2 NUMBER\n70 9\n73 0\n72 4\n11 0\n21 0\n31 0\n74 3\n"},
       {"R2018", "0 ATTRIB\n100 AcDbEntity\n8 0\n100 AcDbText\n10 0\n20 0\n30 0\n40 1\n1 101\n72 4\n11 0\n"
                 "21 0\n31 0\n100 AcDbAttribute\n280 0\n2 NUMBER\n70 9\n73 0\n74 3\n"},
   };
-  for (const Layout& layout : layouts) {
-    SCOPED_TRACE(layout.name);
-    auto attribute = Make<AcDbAttribute>(layout.tags);
+  for (const auto& [name, tags] : layouts) {
+    SCOPED_TRACE(name);
+    auto attribute = Make<AcDbAttribute>(tags);
     EXPECT_EQ(attribute->tag(), "NUMBER");
     EXPECT_EQ(attribute->textString(), "101");
     EXPECT_TRUE(attribute->isInvisible());

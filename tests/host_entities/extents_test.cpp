@@ -16,6 +16,7 @@
 
 namespace {
 
+using fx::testing::ExpectBox;
 using fx::testing::Make;
 using fx::testing::Primitive;
 using fx::testing::RecordingDraw;
@@ -25,15 +26,6 @@ AcDbExtents ExtentsOf(const AcDbEntity& entity) {
   AcDbExtents box;
   EXPECT_EQ(entity.getGeomExtents(box), Acad::eOk);
   return box;
-}
-
-void ExpectBox(const AcDbExtents& box, const AcGePoint3d& min, const AcGePoint3d& max, double tolerance = 1e-9) {
-  EXPECT_NEAR(box.minPoint().x, min.x, tolerance);
-  EXPECT_NEAR(box.minPoint().y, min.y, tolerance);
-  EXPECT_NEAR(box.minPoint().z, min.z, tolerance);
-  EXPECT_NEAR(box.maxPoint().x, max.x, tolerance);
-  EXPECT_NEAR(box.maxPoint().y, max.y, tolerance);
-  EXPECT_NEAR(box.maxPoint().z, max.z, tolerance);
 }
 
 // The extents contain what the entity draws and exceed it by no more than

@@ -8,6 +8,7 @@
 #include <numbers>
 #include <random>
 
+#include "entity_test_support.h"
 #include "host/dxf/draw_curves.h"
 #include "host/dxf/draw_spline.h"
 #include "host/dxf/draw_text_box.h"
@@ -15,6 +16,7 @@
 namespace {
 
 using namespace fx::dxf;
+using fx::testing::ExpectBox;
 constexpr double kPi = std::numbers::pi;
 
 // The box of a curve by brute force: `samples` points.
@@ -23,15 +25,6 @@ AcDbExtents SampledBox(F point_at, double start, double sweep, int samples) {
   AcDbExtents box;
   for (int i = 0; i <= samples; ++i) box.addPoint(point_at(start + sweep * i / samples));
   return box;
-}
-
-void ExpectBoxNear(const AcDbExtents& actual, const AcDbExtents& expected, double tolerance) {
-  EXPECT_NEAR(actual.minPoint().x, expected.minPoint().x, tolerance);
-  EXPECT_NEAR(actual.minPoint().y, expected.minPoint().y, tolerance);
-  EXPECT_NEAR(actual.minPoint().z, expected.minPoint().z, tolerance);
-  EXPECT_NEAR(actual.maxPoint().x, expected.maxPoint().x, tolerance);
-  EXPECT_NEAR(actual.maxPoint().y, expected.maxPoint().y, tolerance);
-  EXPECT_NEAR(actual.maxPoint().z, expected.maxPoint().z, tolerance);
 }
 
 // A tilted, sheared ellipse arc: the analytic box against 200000 samples.
@@ -47,7 +40,7 @@ TEST(CurveGeometry, EllipticArcExtentsMatchDenseSampling) {
     AddEllipticArcExtents(box, c, u, v, start, sweep);
     AcDbExtents sampled = SampledBox(
         [&](double t) { return c + u * std::cos(t) + v * std::sin(t); }, start, sweep, 200000);
-    ExpectBoxNear(box, sampled, 1e-8);
+    ExpectBox(box, sampled, 1e-8);
   }
 }
 
@@ -95,7 +88,7 @@ TEST(SplineGeometry, ExtentsAreTightWhereTheControlHullIsNot) {
   SplineCurve rotated = arc.Transformed(AcGeMatrix3d::rotation(kPi / 4, AcGeVector3d::kZAxis));
   AcDbExtents box;
   rotated.AddExtents(box);
-  ExpectBoxNear(box, AcDbExtents({-std::sqrt(0.5), std::sqrt(0.5), 0}, {std::sqrt(0.5), 1, 0}), 1e-12);
+  ExpectBox(box, AcDbExtents({-std::sqrt(0.5), std::sqrt(0.5), 0}, {std::sqrt(0.5), 1, 0}), 1e-12);
 }
 
 TEST(SplineGeometry, PeriodicKnotsAreUnwrapped) {
