@@ -123,9 +123,10 @@ TEST(MTextLayout, MatchesEzdxfLayoutEngine) {
     // The extents are the box of the laid-out text.
     AcDbExtents extents;
     ASSERT_EQ(mtext->getGeomExtents(extents), Acad::eOk);
-    EXPECT_TRUE(extents.minPoint().isEqualTo(reference.min, AcGeTol(across_tolerance + along_tolerance, across_tolerance + along_tolerance)))
+    const double box_tolerance = across_tolerance + along_tolerance;
+    EXPECT_TRUE(extents.minPoint().isEqualTo(reference.min, AcGeTol(box_tolerance, box_tolerance)))
         << extents.minPoint().x << " " << extents.minPoint().y;
-    EXPECT_TRUE(extents.maxPoint().isEqualTo(reference.max, AcGeTol(across_tolerance + along_tolerance, across_tolerance + along_tolerance)))
+    EXPECT_TRUE(extents.maxPoint().isEqualTo(reference.max, AcGeTol(box_tolerance, box_tolerance)))
         << extents.maxPoint().x << " " << extents.maxPoint().y;
   }
 }
