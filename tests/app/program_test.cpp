@@ -1,5 +1,5 @@
-// End-to-end runs of the real floorxport program with the plug-in: the menu
-// tree, menu items picked by path in order with command lines (the About
+// End-to-end runs of the real floorxport program with the plug-in: menu
+// items picked by path in order with command lines (the About
 // box among them), every command name, the question when a changed linked
 // drawing closes, the update check.
 #include <gtest/gtest.h>
@@ -37,21 +37,6 @@ class ProgramTest : public ::testing::Test {
   fx::testing::TestFolder folder_{"app"};
   std::string dir_ = folder_.path().string();
 };
-
-TEST_F(ProgramTest, MenuPrintsTheMenuBarWithThePlugInLoaded) {
-  ProgramResult result = Run({"menu"});
-  EXPECT_EQ(result.exit_status, 0);
-  EXPECT_EQ(result.out, kPlanVaultMenuTree);
-  EXPECT_EQ(result.err, "");
-
-  ProgramResult help = Run({"menu", "--help"});
-  EXPECT_EQ(help.exit_status, 0);
-  EXPECT_TRUE(help.out.starts_with("Usage: floorxport menu\n")) << help.out;
-  ProgramResult wrong = Run({"menu", "plan.dxf"});
-  EXPECT_EQ(wrong.exit_status, 2);
-  EXPECT_EQ(wrong.err,
-            "floorxport: menu takes no arguments\nRun \"floorxport menu --help\" for usage.\n");
-}
 
 TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
   const std::string out = Path("out.dxf");

@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "server/occupant_data.h"
-#include "server/occupant_placement.h"
 
 namespace fx::exchange_test {
 namespace {
@@ -104,19 +103,3 @@ TEST(OccupantDataTest, TheValuesOfARoom) {
 
 }  // namespace
 }  // namespace fx::exchange_test
-
-namespace fx::server {
-namespace {
-
-// Accented names are as wide as plain ones: the fit counts characters, not bytes.
-TEST(OccupantPlacementTest, TextFitsByCharactersNotBytes) {
-  const std::string plain(40, 'e');
-  std::string accented;
-  for (int i = 0; i < 40; ++i) accented += "é";
-  const double height = FittingTextHeight({plain, "", "", "", ""}, 100, 100);
-  EXPECT_DOUBLE_EQ(FittingTextHeight({accented, "", "", "", ""}, 100, 100), height);
-  EXPECT_LT(FittingTextHeight({plain + "e", "", "", "", ""}, 100, 100), height);  // the width decides
-}
-
-}  // namespace
-}  // namespace fx::server

@@ -11,6 +11,7 @@
 #include "export/document_file.h"
 #include "export/exporter.h"
 #include "export/floor_checks.h"
+#include "export/floor_document.h"
 #include "export_fixture.h"
 #include "rooms/room_record.h"
 #include "settings/known_settings.h"
@@ -215,15 +216,6 @@ TEST_F(FloorWritersTest, YesToTheFloorQuestionsWritesTheFloorAsItIs) {
   EXPECT_STREQ(floor_element.attribute("path").value(), "");
 }
 
-TEST_F(FloorWritersTest, ADrawingWithoutRoomsHasAnEmptyRoomList) {
-  Open();
-  for (const char* name : {"A1", "B2", "C3", "D4", "E5", "F6"}) RemoveRecord(name);
-  const std::string v1 = ExportText("xml");
-  EXPECT_NE(v1.find("<point x=\"0.0000\" y=\"10.0000\"/><ROOMS/></FLOOR>"), std::string::npos) << v1;
-  const std::string document = ExportText("planvault");
-  EXPECT_NE(document.find("\"/><rooms/><layouts>"), std::string::npos);
-}
-
 TEST_F(FloorWritersTest, TheFloorDocumentHasFloorRoomsLayersMatricesAndTheSvgInOrder) {
   Open();
   const std::string text = ExportText("planvault");
@@ -234,16 +226,6 @@ TEST_F(FloorWritersTest, TheFloorDocumentHasFloorRoomsLayersMatricesAndTheSvgInO
   for (pugi::xml_node child : document->child("file").children()) children.push_back(child.name());
   EXPECT_EQ(children, (std::vector<std::string>{"floor", "rooms", "layouts", "svg"}));
   EXPECT_EQ(text.substr(text.size() - 13), "</svg></file>");
-}
-
-// The sample floor (not analysed: no floor outline), whose blocks hold
-// layers of their own.
-TEST_F(FloorWritersTest, EmptyLayersAreThoseWithoutElementsInTheSvg) {
-  Open(SampleFloor(), Answers({"No Floor Area Polyline Found.\\nDo you want to continue?=Yes"}));
-  const std::unique_ptr<pugi::xml_document> document = Parse(ExportText("planvault"));
-  const size_t empty = EmptyLayersOf(*document);
-  EXPECT_GT(empty, 0u);
-  EXPECT_LT(empty, document->select_nodes("//layers/layer").size());
 }
 
 // (Every name of the units is in floor_values_test.)
@@ -293,6 +275,23 @@ TEST_F(FloorWritersTest, DrawingPositionChoosesTheFrame) {
     EXPECT_STREQ(document->child("file").child("svg").attribute("viewBox").value(), c.view_box);
     EXPECT_EQ(EmptyLayersOf(*document), c.empty) << c.position << " " << c.layer;
   }
+}
+
+// The matrices as SVG reads them: x' = a x + c y + e, y' = b x + d y + f.
+TEST(FloorDocumentTest, MatricesAreWrittenColumnByColumn) {
+  const fx::exports::FloorData floor;
+  const std::vector<fx::exports::LayerEntry> layers;
+  fx::exports::DriverResult drawing;
+  AcGeMatrix3d& m = drawing.world_to_svg;  // a quarter turn: x' = -y, y' = x
+  m(0, 0) = m(1, 1) = 0;
+  m(0, 1) = -1;
+  m(1, 0) = 1;
+  pugi::xml_document document;
+  fx::exports::BuildFloorDocument({"plan.dxf", 0, &floor, &layers, &drawing}, document);
+  const pugi::xml_node matrix = document.select_node("//matrix[@type='A2SVG']").node();
+  std::string coefficients;
+  for (const char* name : {"a", "b", "c", "d"}) coefficients += std::string(matrix.attribute(name).value()) + " ";
+  EXPECT_EQ(coefficients, "0 1 -1 0 ");
 }
 
 // Position 1 needs the active view: without it nothing is written, and the

@@ -120,15 +120,10 @@ TEST_F(AnalyzeProgramTest, WrongUsageSaysWhat) {
     std::vector<std::string> args;
     const char* error;
   } kCases[] = {
-      {{"--floor-layer", "F"}, "analyze needs --floor-layer and --contour-layer"},
       {{"--floor-layer", "F", "--contour-layer", "C"}, "give --block with its tags, or the three text layers"},
       {{"--floor-layer", "F", "--contour-layer", "C", "--block", "B", "--name-tag", "N"},
        "--block needs --name-tag, --category-tag and --description-tag"},
-      {{"--floor-layer", "F", "--contour-layer", "C", "--name-layer", "N"},
-       "text mode needs --name-layer, --type-layer and --description-layer"},
       {{"--floor-layer", "F", "--contour-layer", "C", "--block", "B", "--name-layer", "N"},
-       "give either the block options or the text layer options, not both"},
-      {{"--floor-layer", "F", "--contour-layer", "C", "--remove-inserts", "--name-layer", "N"},
        "give either the block options or the text layer options, not both"},
   };
   for (const auto& c : kCases) {

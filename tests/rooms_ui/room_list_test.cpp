@@ -17,12 +17,8 @@
 namespace fx::rooms_test {
 namespace {
 
-using namespace std::string_literals;
 using fx::rooms::kFlagAreaNotFound;
 using fx::rooms::kFlagDuplicate;
-
-const std::string kReportHeader =
-    "Name\0,Category\0,Description\0,Comment\0,Area\0,Error description\0\r\n"s;
 
 // rooms_base.dxf with a floor of 40 x 20, two contours of 100 and 50, and
 // three rooms written as an analysis writes them: a block reference in
@@ -178,16 +174,6 @@ TEST_F(RoomListTest, SaveAddsTheExtensionAndAsksBeforeReplacingAFile) {
   EXPECT_EQ(fx::cli_test::ReadFile(path + ".csv"), "keep");
 }
 
-TEST_F(RoomListTest, AListWithoutRoomsSavesTheHeaderOnly) {
-  session_->CloseDrawing();
-  std::string error;
-  ASSERT_TRUE(session_->OpenDrawing(BaseDrawing(), &error)) << error;
-  const std::string path = dir_ + "/empty.csv";
-  const std::string out = RunScript("vantoryroomlistdlg\n\nsave\n" + path + "\n\n\nOK");
-  EXPECT_NE(out.find(Listing("", "Not found")), std::string::npos) << out;
-  EXPECT_EQ(fx::cli_test::ReadFile(path), kReportHeader);
-}
-
 TEST_F(RoomListTest, AReportThatCannotBeWrittenIsSkippedSilently) {
   const std::string path = dir_ + "/no-such-folder/rooms.csv";
   const std::string out = RunScript("vantoryroomlistdlg\n\nsave\n" + path + "\n\n\nOK");
@@ -211,13 +197,6 @@ TEST_F(RoomListTest, TheAreaOfARoomWithoutOneInItsProperties) {
     EXPECT_NE(out.find("\n   4  104 |  |  |  | 0.0000 |\n"), std::string::npos) << out;
     EXPECT_NE(out.find("\nArea <Area not found>: "), std::string::npos) << out;
   }
-}
-
-TEST_F(RoomListTest, HelpSaysWhatTheButtonsDo) {
-  const std::string out = RunScript("vantoryroomlistdlg\n\nhelp\n\nOK");
-  EXPECT_NE(out.find("help\n[Information: Room List] Select a room by its number in the list."),
-            std::string::npos)
-      << out;
 }
 
 }  // namespace

@@ -97,13 +97,5 @@ TEST_F(SummaryTest, TheContourButtonRunsItsCommandWithTheContourLayerSetting) {
   EXPECT_FALSE(runner().failed()) << out;
 }
 
-TEST_F(SummaryTest, WithoutAContourLayerSettingTheCommandSaysSo) {
-  const std::string out = RunScript("TESTSUMMARY\n\n\n\n\n\n\nCWI");
-  EXPECT_NE(out.find("\nCommand: _vantoryZoomToNextEmptyContour"
-                     "\nEnter room contours layer: \nPlease select Contour Layer"),
-            std::string::npos)
-      << out;
-}
-
 }  // namespace
 }  // namespace fx::rooms_test

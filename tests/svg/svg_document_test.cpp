@@ -68,6 +68,18 @@ TEST_F(SvgDocumentTest, LineAttributesInOrder) {
   }
 }
 
+// A chord closes its arc, a sector runs through the centre too.
+TEST_F(SvgDocumentTest, ArcTypesCloseTheirPaths) {
+  auto draw = Start({{0, 0}, {100, 100}});
+  for (AcGiArcType type : {kAcGiArcSimple, kAcGiArcChord, kAcGiArcSector})
+    draw->circularArc({50, 50, 0}, 10, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, M_PI / 2, type);
+  std::vector<std::string> paths;
+  for (pugi::xml_node path : fx::svg_test::Elements(draw->document().child("svg").child("g"), "path"))
+    paths.push_back(path.attribute("d").value());
+  EXPECT_EQ(paths, (std::vector<std::string>{"M60,50A10,10 0 0,0 50,40", "M60,50A10,10 0 0,0 50,40Z",
+                                             "M50,50L60,50A10,10 0 0,0 50,40Z"}));
+}
+
 // Elements that lie wholly outside the frame are not written.
 TEST_F(SvgDocumentTest, ElementsOutsideTheFrameAreLeftOut) {
   auto draw = Start({{0, 0}, {100, 100}});
