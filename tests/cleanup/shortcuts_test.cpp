@@ -48,10 +48,5 @@ TEST_F(ShortcutsTest, LineweightBecomesTheDefaultEverywhereButOnLockedLayers) {
   EXPECT_TRUE(runner().problems().empty());
 }
 
-TEST_F(ShortcutsTest, LineweightWithoutADrawingSaysWhy) {
-  EXPECT_EQ(RunCommands("SHORTLINEWEIGHT"),
-            "\nCommand: SHORTLINEWEIGHT\ngetBlockTable = eNullObjectPointer\n");
-}
-
 }  // namespace
 }  // namespace fx::cleanup_test

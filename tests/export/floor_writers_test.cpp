@@ -1,7 +1,7 @@
 // The v1 XML and the floor document of tests/data/export/floor.dxf, exported
 // through vantoryexport: every element and attribute in order with its
 // number format, the floor questions and warnings, the layer table and its
-// `empty` flags, the two matrices, the units, and the compression.
+// `empty` flags, the two matrices and the units.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -355,29 +355,6 @@ TEST_F(FloorWritersTest, DrawBoxAndProgramAttributes) {
   EXPECT_STREQ(last.attribute("points").value(), "0,13 0,0 24,0 24,13");
   EXPECT_EQ(svg.find("ss:lid="), std::string::npos);
   EXPECT_NE(ExportText("planvault").find("ss:lid="), std::string::npos);
-}
-
-// The .drawing is the floor document as it is; the .svgz is the SVG in the
-// report's code page (here the one the setting names), which its
-// declaration names: the drawing's texts are ASCII, so nothing else differs.
-TEST_F(FloorWritersTest, CompressedFormatsAreGzipOfThePlainOnes) {
-  Open();
-  ASSERT_TRUE(fx::settings::SetSettingInt(fx::settings::kAnsiCodePage, 1251, fx::settings::kSectionExportOptions));
-  const std::string utf8 = R"(<?xml version="1.0" encoding="UTF-8"?>)";
-  const std::string cyrillic = R"(<?xml version="1.0" encoding="windows-1251"?>)";
-  for (const auto& [compressed, plain, flags] : {std::tuple{"drawing", "planvault", 2}, std::tuple{"svgz", "svg", 0}}) {
-    const std::string path = Path(std::string("out.") + compressed);
-    Export(path, compressed);
-    const std::string bytes = ReadFile(path);
-    ASSERT_GT(bytes.size(), 10u);
-    // Byte 8 of the gzip header: 2 for the best compression ("wb9"), 0 for
-    // level 6 ("wb6f").
-    EXPECT_EQ(static_cast<int>(bytes[8]), flags) << compressed;
-    std::string expected = ExportText(plain);
-    ASSERT_TRUE(expected.starts_with(utf8));
-    if (std::string_view(compressed) == "svgz") expected.replace(0, utf8.size(), cyrillic);
-    EXPECT_EQ(GunzipFile(path), expected) << compressed;
-  }
 }
 
 }  // namespace
