@@ -62,8 +62,7 @@ TEST_F(DrawingReactorTest, OnlyAChangedLinkedDrawingAsks) {
   EXPECT_EQ(OpenAndClose(linked_, true), kQuestion + " -> No (default)");
 }
 
-// Yes sends, and the outcome is shown. (The real send, which fails on this
-// drawing's record, is run by program_test.)
+// Yes sends, and the outcome is shown. (The real send: tests/exchange.)
 TEST_F(DrawingReactorTest, YesSendsAndShowsTheOutcome) {
   AnswerYes();
   const std::string error_report =

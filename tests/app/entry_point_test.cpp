@@ -1,29 +1,14 @@
-// The entry point: what each message code does, and the application name a
-// loaded drawing gets.
+// The entry point: what each message code does.
 #include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
 
 #include "app/command_table.h"
 #include "app/floorxport_app.h"
 #include "app/server_progress.h"
 #include "app_test_support.h"
-#include "host/database.h"
-#include "host/documents.h"
-#include "host/dxf/console/host_session.h"
-#include "host/menu.h"
+#include "host/command_stack.h"
 
 namespace fx::app_test {
 namespace {
-
-int PlanVaultPopupsOnMenuBar() {
-  int found = 0;
-  for (int i = 0; i < acedMenuBar()->count(); ++i) {
-    if (acedMenuBar()->item(i)->nameNoMnemonic() == "PlanVault") ++found;
-  }
-  return found;
-}
 
 // Commands the host finds by either name.
 int RegisteredRows() {
@@ -37,13 +22,12 @@ int RegisteredRows() {
 
 using EntryPointTest = AppTest;
 
-// Codes 0 to 20 in turn: 1 loads, 2 unloads and leaves no command, menu,
-// reactor or callback behind; every code answers kRetOK, and no other code
+// Codes 0 to 20 in turn: 1 loads, 2 unloads and leaves no command, reactor
+// or callback behind (the menu: menu_test); every code answers kRetOK, and no other code
 // changes the loaded module.
 TEST_F(EntryPointTest, EveryCodeAnswersOkAndOnlyUnloadRemovesThePlugIn) {
   const auto expect_loaded = [](bool loaded) {
     EXPECT_EQ(RegisteredRows(), loaded ? 2 * static_cast<int>(fx::app::CommandTable().size()) : 0);
-    EXPECT_EQ(PlanVaultPopupsOnMenuBar(), loaded ? 1 : 0);
     EXPECT_EQ(fx::app::TheApp().drawingReactor() != nullptr, loaded);
     EXPECT_EQ(fx::app::GetServerProgressCallbacks().start != nullptr, loaded);
     EXPECT_EQ(fx::app::GetServerProgressCallbacks().position != nullptr, loaded);
@@ -61,16 +45,6 @@ TEST_F(EntryPointTest, EveryCodeAnswersOkAndOnlyUnloadRemovesThePlugIn) {
   EXPECT_EQ(acrxEntryPoint(AcRx::kUnloadAppMsg, &packet_), AcRx::kRetOK);
   expect_loaded(false);
   EXPECT_EQ(terminal_.out, "");
-}
-
-TEST_F(EntryPointTest, LoadingADrawingRegistersTheApplicationName) {
-  fx::console::HostSession session(runner(), modules_);
-  std::string error;
-  ASSERT_TRUE(session.OpenDrawing(SampleFloor(), &error)) << error;
-  AcDbRegAppTable* table = nullptr;
-  ASSERT_EQ(session.document()->database()->getRegAppTable(table, AcDb::kForRead), Acad::eOk);
-  EXPECT_TRUE(table->has("VantoryApp"));
-  table->close();
 }
 
 }  // namespace

@@ -7,11 +7,6 @@
 namespace fx::cleanup_test {
 namespace {
 
-Tags LineBody(double y) {
-  return {{100, "AcDbLine"}, {10, "0.0"}, {20, std::to_string(y)}, {30, "0.0"},
-          {11, "10.0"}, {21, std::to_string(y)}, {31, "0.0"}};
-}
-
 class AuditTest : public CleanupTest {
  protected:
   // Handles of what is wrong, for the expected report.

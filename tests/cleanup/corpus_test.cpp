@@ -124,11 +124,8 @@ class CorpusTest : public CleanupTest {
   }
 };
 
-// ezdxf reads a drawing many times slower than our host, so it compares
-// only these: the drawings where AUDIT repairs something, some of those
-// where OVERKILL erases copies and merges lines (not the largest), and a
-// binary and an R12 file. On the others it would only repeat the round
-// trip our host checks on every drawing.
+// ezdxf, many times slower than our host, compares only these: drawings
+// where AUDIT repairs, where OVERKILL erases and merges, a binary and an R12 file.
 const std::set<std::string> kEzdxfChecked = {
     "acadsharp/sample_AC1018_binary.dxf", "anandkothar-plans/plan.dxf", "cs-proxymix/SanSebastian_building.dxf",
     "ezdxf/multi_insert_with_attribs.dxf", "hal9kspace/floorplan.dxf", "jupedsim/2014_12_19_Einkaufsebene.dxf",

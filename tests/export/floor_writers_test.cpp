@@ -93,9 +93,8 @@ std::vector<std::string> AttributeNames(const pugi::xml_node& node) {
   return names;
 }
 
-// The number of layers of a floor document marked empty, each checked: a
-// layer is empty exactly when no element of the SVG carries its id as
-// ss:lid (found by walking every element, not by XPath).
+// The layers marked empty, each checked: exactly those whose id no element
+// of the SVG carries as ss:lid.
 size_t EmptyLayersOf(const pugi::xml_document& document) {
   struct Walker : pugi::xml_tree_walker {
     std::set<std::string> ids;
