@@ -2,7 +2,6 @@
 // server floor closes, and the outcome of the send it offers.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
 
 #include "app/drawing_sender.h"
@@ -10,8 +9,6 @@
 #include "host/database.h"
 #include "host/documents.h"
 #include "host/dxf/console/host_session.h"
-#include "host/dxf/drawing_io.h"
-#include "rooms/doc_data.h"
 
 namespace fx::app_test {
 namespace {
@@ -65,8 +62,7 @@ TEST_F(DrawingReactorTest, OnlyAChangedLinkedDrawingAsks) {
   EXPECT_EQ(OpenAndClose(linked_, true), kQuestion + " -> No (default)");
 }
 
-// Yes sends, and the outcome is shown. (The real send, which fails on this
-// drawing's record, is run by program_test.)
+// Yes sends, and the outcome is shown. (The real send: tests/exchange.)
 TEST_F(DrawingReactorTest, YesSendsAndShowsTheOutcome) {
   AnswerYes();
   const std::string error_report =
@@ -84,29 +80,6 @@ TEST_F(DrawingReactorTest, YesSendsAndShowsTheOutcome) {
     fx::app::SetDrawingSender(c.sender);
     EXPECT_EQ(OpenAndClose(linked_, true), kQuestion + " -> Yes (--yes)" + c.shown);
   }
-}
-
-// The dictionary without its entry is no association.
-TEST_F(DrawingReactorTest, TheServerFloorAssociationIsTheDictionaryEntry) {
-  EXPECT_FALSE(fx::rooms::HasServerFloorAssociation(nullptr));
-  std::string error;
-  std::unique_ptr<AcDbDatabase> db = fx::dxf::ReadDrawing(linked_, &error);
-  ASSERT_NE(db, nullptr) << error;
-  EXPECT_TRUE(fx::rooms::HasServerFloorAssociation(db.get()));
-  fx::dxf::SetWorkingDatabase(db.get());
-  AcDbObjectId dictionary_id;
-  {
-    AcDbObjectPointer<AcDbDictionary> named(db->namedObjectsDictionaryId(), AcDb::kForRead);
-    ASSERT_EQ(named.openStatus(), Acad::eOk);
-    ASSERT_EQ(named->getAt(fx::rooms::kServerDictionary, dictionary_id), Acad::eOk);
-  }
-  {
-    AcDbObjectPointer<AcDbDictionary> dictionary(dictionary_id, AcDb::kForWrite);
-    ASSERT_EQ(dictionary.openStatus(), Acad::eOk);
-    EXPECT_EQ(dictionary->remove(fx::rooms::kServerDataEntry), Acad::eOk);
-  }
-  EXPECT_FALSE(fx::rooms::HasServerFloorAssociation(db.get()));
-  fx::dxf::SetWorkingDatabase(nullptr);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
-// End-to-end runs of the real floorxport program with the plug-in: the menu
-// tree, menu items picked by path in order with command lines (the About
-// box among them), every command name, the question when a changed linked
-// drawing closes, the update check.
+// End-to-end runs of the real floorxport program with the plug-in: menu
+// items picked by path in order with command lines (the About box among
+// them), every command name, the update check. (A linked drawing changed
+// and closed: tests/exchange.)
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -37,21 +37,6 @@ class ProgramTest : public ::testing::Test {
   fx::testing::TestFolder folder_{"app"};
   std::string dir_ = folder_.path().string();
 };
-
-TEST_F(ProgramTest, MenuPrintsTheMenuBarWithThePlugInLoaded) {
-  ProgramResult result = Run({"menu"});
-  EXPECT_EQ(result.exit_status, 0);
-  EXPECT_EQ(result.out, kPlanVaultMenuTree);
-  EXPECT_EQ(result.err, "");
-
-  ProgramResult help = Run({"menu", "--help"});
-  EXPECT_EQ(help.exit_status, 0);
-  EXPECT_TRUE(help.out.starts_with("Usage: floorxport menu\n")) << help.out;
-  ProgramResult wrong = Run({"menu", "plan.dxf"});
-  EXPECT_EQ(wrong.exit_status, 2);
-  EXPECT_EQ(wrong.err,
-            "floorxport: menu takes no arguments\nRun \"floorxport menu --help\" for usage.\n");
-}
 
 TEST_F(ProgramTest, MenuItemsRunInOrderWithCommandLines) {
   const std::string out = Path("out.dxf");
@@ -107,7 +92,6 @@ TEST_F(ProgramTest, AMenuPathThatNamesNoItemRunsNothing) {
   EXPECT_FALSE(fs::exists(out));
 }
 
-// The clean-up shortcuts are left out: they drive the host's clean-up commands.
 // Answers that end a room command on a drawing without rooms: the room
 // list's OK, a marker cancelled, the replacement cancelled, no contour layer.
 std::vector<const char*> RoomCommandAnswers(const std::string& local) {
@@ -160,27 +144,9 @@ TEST_F(ProgramTest, EveryOtherCommandNameRunsAndAnUnknownOneFails) {
             "floorxport: unknown command \"_VANTORYFROB\"; the rest of the script was skipped\n");
 }
 
-TEST_F(ProgramTest, ALinkedDrawingChangedBySavingAsksBeforeItCloses) {
-  const std::string linked = Path("linked.dxf");
-  ASSERT_TRUE(WriteLinkedDrawing(SampleFloor(), linked));
-  const std::string answer =
-      "Drawing has been changed.\\nWould you like to send updates to Vantory?=Yes";
-  ProgramResult saved =
-      Run({"run", linked, "-c", "UNITS 6", "-o", Path("out.dxf"), "--answer", answer});
-  EXPECT_EQ(saved.exit_status, 0) << saved.err;
-  EXPECT_EQ(saved.err, "");
-  const std::string tail =
-      "\n[Warning] Drawing has been changed.\nWould you like to send updates to Vantory? "
-      "[Yes/No] -> Yes"
-      "\n[Message] An unexpected error occurred. Please contact Vantory at +1 555 010 0199"
-      "\n\nError details:\nERROR: Invalid server address. [OK] -> OK\n";
-  EXPECT_TRUE(saved.out.ends_with(tail)) << saved.out;
-}
-
-// The update check library goes beside the program (a copy of it in a
-// folder of its own). CheckUpdate is called once when the library has it; a
-// library without it, or a file that is no library, is reported and the
-// run goes on; without the library nothing is said.
+// The update check library beside (a copy of) the program: CheckUpdate is
+// called once; a library without it, or no library, is reported and the run
+// goes on; without the library nothing is said.
 TEST_F(ProgramTest, TheUpdateCheckLibraryBesideTheProgram) {
   fs::create_directories(dir_ + "/bin");
   const std::string program = dir_ + "/bin/floorxport", library = dir_ + "/bin/libUpdater.so";

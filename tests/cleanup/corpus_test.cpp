@@ -7,11 +7,12 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
+#include <optional>
 #include <sstream>
 
 #include "app/cleanup_commands.h"
 #include "cleanup_fixture.h"
+#include "command_output.h"
 #include "corpus.h"
 #include "host/dxf/dxf_values.h"
 
@@ -86,11 +87,6 @@ std::string Copy(AcDbObjectId id) {
   return added.handle().ascii();
 }
 
-bool EzdxfAvailable() {
-  const std::string command = std::string("\"") + FX_SYSTEM_PYTHON + "\" -c \"import ezdxf\" > /dev/null 2>&1";
-  return std::string(FX_SYSTEM_PYTHON).size() > 0 && std::system(command.c_str()) == 0;
-}
-
 class CorpusTest : public CleanupTest {
  protected:
   int AuditErrors() {
@@ -128,11 +124,8 @@ class CorpusTest : public CleanupTest {
   }
 };
 
-// ezdxf reads a drawing many times slower than our host, so it compares
-// only these: the drawings where AUDIT repairs something, some of those
-// where OVERKILL erases copies and merges lines (not the largest), and a
-// binary and an R12 file. On the others it would only repeat the round
-// trip our host checks on every drawing.
+// ezdxf, many times slower than our host, compares only these: drawings
+// where AUDIT repairs, where OVERKILL erases and merges, a binary and an R12 file.
 const std::set<std::string> kEzdxfChecked = {
     "acadsharp/sample_AC1018_binary.dxf", "anandkothar-plans/plan.dxf", "cs-proxymix/SanSebastian_building.dxf",
     "ezdxf/multi_insert_with_attribs.dxf", "hal9kspace/floorplan.dxf", "jupedsim/2014_12_19_Einkaufsebene.dxf",
@@ -187,14 +180,14 @@ TEST_F(CorpusTest, EveryCommandKeepsWhatIsUsedAndTheResultReadsBackClean) {
   EXPECT_GE(copies_made, 100u);
 
   if (compared == 0) return;  // none of them in this corpus
-  if (!EzdxfAvailable()) GTEST_SKIP() << "python3-ezdxf is not available to " << FX_SYSTEM_PYTHON;
-  const std::string out_path = TempPath("ezdxf.txt");
-  const std::string command = std::string("\"") + FX_SYSTEM_PYTHON + "\" \"" + FX_EZDXF_CHECK + "\"" + pairs +
-                              " > \"" + out_path + "\" 2>&1";
-  EXPECT_EQ(std::system(command.c_str()), 0) << command;
-  std::ifstream out(out_path);
+  if (!fx::testing::CommandOutput(std::string("\"") + FX_SYSTEM_PYTHON + "\" -c \"import ezdxf\" 2>/dev/null"))
+    GTEST_SKIP() << "python3-ezdxf is not available to " << FX_SYSTEM_PYTHON;
+  const std::string command = std::string("\"") + FX_SYSTEM_PYTHON + "\" \"" + FX_EZDXF_CHECK + "\"" + pairs;
+  const std::optional<std::string> out = fx::testing::CommandOutput(command);
+  ASSERT_TRUE(out) << command;
+  std::istringstream lines(*out);
   int erased = 0;
-  for (std::string line; std::getline(out, line);) {
+  for (std::string line; std::getline(lines, line);) {
     if (line.rfind("check ", 0) != 0 && line.rfind("error ", 0) != 0) continue;
     std::istringstream in(line);
     std::string kind, name;

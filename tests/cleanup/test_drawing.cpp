@@ -22,6 +22,11 @@ void PutAll(std::ostringstream& out, const Tags& tags) {
 
 }  // namespace
 
+Tags LineBody(double y) {
+  return {{100, "AcDbLine"}, {10, "0.0"}, {20, std::to_string(y)}, {30, "0.0"},
+          {11, "10.0"}, {21, std::to_string(y)}, {31, "0.0"}};
+}
+
 TestDrawing::TestDrawing() {
   for (const char* table : kTables) table_handles_[table] = NewHandle();
   root_handle_ = NewHandle();
@@ -118,10 +123,11 @@ void TestDrawing::Header(const std::string& name, const Tags& values) { header_.
 
 std::string TestDrawing::Text() const {
   std::ostringstream out;
-  Put(out, 0, "SECTION");
-  Put(out, 2, "HEADER");
-  Put(out, 9, "$ACADVER");
-  Put(out, 1, "AC1015");
+  const auto put_record = [&out](const Record& record) {
+    Put(out, 0, record.type);
+    PutAll(out, record.tags);
+  };
+  PutAll(out, {{0, "SECTION"}, {2, "HEADER"}, {9, "$ACADVER"}, {1, "AC1015"}});
   // $HANDSEED: the next free handle unless the test gives another.
   char seed[16];
   std::snprintf(seed, sizeof seed, "%X", next_handle_);
@@ -135,77 +141,44 @@ std::string TestDrawing::Text() const {
     Put(out, 9, name);
     PutAll(out, values);
   }
-  Put(out, 0, "ENDSEC");
-  Put(out, 0, "SECTION");
-  Put(out, 2, "TABLES");
+  PutAll(out, {{0, "ENDSEC"}, {0, "SECTION"}, {2, "TABLES"}});
   for (const char* table : kTables) {
     auto it = tables_.find(table);
     const size_t count = it == tables_.end() ? 0 : it->second.size();
-    Put(out, 0, "TABLE");
-    Put(out, 2, table);
-    Put(out, 5, table_handles_.at(table));
-    Put(out, 330, "0");
-    Put(out, 100, "AcDbSymbolTable");
-    Put(out, 70, std::to_string(count));
+    PutAll(out, {{0, "TABLE"}, {2, table}, {5, table_handles_.at(table)}, {330, "0"}, {100, "AcDbSymbolTable"},
+                 {70, std::to_string(count)}});
     if (std::string(table) == "DIMSTYLE") {
-      Put(out, 100, "AcDbDimStyleTable");
-      Put(out, 0, "DIMSTYLE");
-      Put(out, 105, "FF");
-      Put(out, 330, table_handles_.at(table));
-      Put(out, 100, "AcDbSymbolTableRecord");
-      Put(out, 100, "AcDbDimStyleTableRecord");
-      Put(out, 2, "Standard");
-      Put(out, 70, "0");
+      PutAll(out, {{100, "AcDbDimStyleTable"}, {0, "DIMSTYLE"}, {105, "FF"}, {330, table_handles_.at(table)},
+                   {100, "AcDbSymbolTableRecord"}, {100, "AcDbDimStyleTableRecord"}, {2, "Standard"}, {70, "0"}});
       PutAll(out, dimstyle_extra_);
     }
     if (it != tables_.end()) {
-      for (const Record& record : it->second) {
-        Put(out, 0, record.type);
-        PutAll(out, record.tags);
-      }
+      for (const Record& record : it->second) put_record(record);
     }
     Put(out, 0, "ENDTAB");
   }
-  Put(out, 0, "ENDSEC");
-  Put(out, 0, "SECTION");
-  Put(out, 2, "BLOCKS");
+  PutAll(out, {{0, "ENDSEC"}, {0, "SECTION"}, {2, "BLOCKS"}});
   for (const BlockDef& block : blocks_) {
-    Put(out, 0, "BLOCK");
-    PutAll(out, {{5, block.begin_handle}, {330, block.record_handle}, {100, "AcDbEntity"}, {8, "0"},
+    PutAll(out, {{0, "BLOCK"}, {5, block.begin_handle}, {330, block.record_handle}, {100, "AcDbEntity"}, {8, "0"},
                  {100, "AcDbBlockBegin"}, {2, block.name}, {70, "0"}, {10, "0.0"}, {20, "0.0"}, {30, "0.0"},
                  {3, block.name}, {1, ""}});
     if (block.name != "*Model_Space") {
-      for (const Record& entity : block.entities) {
-        Put(out, 0, entity.type);
-        PutAll(out, entity.tags);
-      }
+      for (const Record& entity : block.entities) put_record(entity);
     }
-    Put(out, 0, "ENDBLK");
-    PutAll(out, {{5, block.end_handle}, {330, block.record_handle}, {100, "AcDbEntity"}, {8, "0"},
+    PutAll(out, {{0, "ENDBLK"}, {5, block.end_handle}, {330, block.record_handle}, {100, "AcDbEntity"}, {8, "0"},
                  {100, "AcDbBlockEnd"}});
   }
-  Put(out, 0, "ENDSEC");
-  Put(out, 0, "SECTION");
-  Put(out, 2, "ENTITIES");
+  PutAll(out, {{0, "ENDSEC"}, {0, "SECTION"}, {2, "ENTITIES"}});
   for (const BlockDef& block : blocks_) {
-    if (block.name != "*Model_Space") continue;
-    for (const Record& entity : block.entities) {
-      Put(out, 0, entity.type);
-      PutAll(out, entity.tags);
+    if (block.name == "*Model_Space") {
+      for (const Record& entity : block.entities) put_record(entity);
     }
   }
-  Put(out, 0, "ENDSEC");
-  Put(out, 0, "SECTION");
-  Put(out, 2, "OBJECTS");
-  Put(out, 0, "DICTIONARY");
-  PutAll(out, {{5, root_handle_}, {330, "0"}, {100, "AcDbDictionary"}, {281, "1"}});
+  PutAll(out, {{0, "ENDSEC"}, {0, "SECTION"}, {2, "OBJECTS"}, {0, "DICTIONARY"}, {5, root_handle_}, {330, "0"},
+               {100, "AcDbDictionary"}, {281, "1"}});
   PutAll(out, root_entries_);
-  for (const Record& object : objects_) {
-    Put(out, 0, object.type);
-    PutAll(out, object.tags);
-  }
-  Put(out, 0, "ENDSEC");
-  Put(out, 0, "EOF");
+  for (const Record& object : objects_) put_record(object);
+  PutAll(out, {{0, "ENDSEC"}, {0, "EOF"}});
   return out.str();
 }
 

@@ -13,6 +13,9 @@ namespace fx::cleanup_test {
 
 using Tags = std::vector<std::pair<int, std::string>>;
 
+// The body of a LINE from (0, y) to (10, y).
+Tags LineBody(double y);
+
 class TestDrawing {
  public:
   TestDrawing();

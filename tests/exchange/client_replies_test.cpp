@@ -1,8 +1,5 @@
-// The service client against replies written the way the real service (a
-// Java web service) writes them, and against the ways a call goes wrong:
-// what it reads and what it reports. Log-ins, and servers that refuse them
-// or stop answering, are run end to end in exchange_program_test.cpp and
-// fault_program_test.cpp.
+// The service client against replies written as the real service writes
+// them, and against the ways a call goes wrong: what it reads and reports.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -52,11 +49,8 @@ TEST_F(ClientRepliesTest, ListingIsReadWhateverThePrefixesAndFraming) {
     ASSERT_EQ(fx::server::ListBuildingsAndFloors(server.address(), buildings), 0);
     ASSERT_EQ(buildings.size(), 1u);
     const BuildingEntry& building = buildings[0];
-    EXPECT_EQ(building.name, "Garibaldi Tower");
-    EXPECT_EQ(building.city, "Lyon");
-    EXPECT_EQ(building.street, "12 rue Garibaldi");
-    EXPECT_EQ(building.street2, "Bâtiment B");
-    EXPECT_EQ(building.state, "Auvergne-Rhône-Alpes");
+    EXPECT_EQ(building.name + "|" + building.city + "|" + building.street + "|" + building.street2 + "|" + building.state,
+              "Garibaldi Tower|Lyon|12 rue Garibaldi|Bâtiment B|Auvergne-Rhône-Alpes");
     ASSERT_EQ(building.floors.size(), 2u);
     EXPECT_EQ(building.floors[0].name, "Rez-de-chaussée");
     EXPECT_EQ(building.floors[0].id, 120);
@@ -127,37 +121,6 @@ TEST_F(ClientRepliesTest, FaultReportCarriesTheReasonAndTheOperation) {
     EXPECT_EQ(details, "Drawing for floor 99 not found\nError Code: 12.\nError Num: 0.\nURL : 127.0.0.1/"
                        "external/api/soap/space/drawing/v1\n operation : open_from\n version : " +
                            fx::server::VersionText() + "\n");
-  }
-}
-
-struct BrokenCase {
-  const char* name;
-  CannedReply reply;
-  const char* class_text;
-};
-
-TEST_F(ClientRepliesTest, EveryBrokenReplyGivesAClassifiedReport) {
-  const std::string listing = CapturedReply("listing.xml");
-  const std::vector<BrokenCase> cases = {
-      {"html 500", PlainReply("<html><body>Internal Server Error</body></html>", 500, "text/html"),
-       "HTTP error occured."},
-      // The runtime reports what it last read: the end of the stream inside
-      // the body, the HTTP status when the reply ended before its XML.
-      {"cut mid-body", {PlainReply(listing).bytes, 400}, "TCP error occured."},
-      {"cut mid-headers", {PlainReply(listing).bytes, 20}, "HTTP error occured."},
-      {"wrong namespace", PlainReply(CapturedReply("wrong_namespace.xml")), "HTTP error occured."},
-  };
-  for (const BrokenCase& c : cases) {
-    CannedServer server;
-    server.Push(c.reply);
-    std::vector<BuildingEntry> buildings;
-    const int result = fx::server::ListBuildingsAndFloors(server.address(), buildings);
-    EXPECT_NE(result, 0) << c.name;
-    const std::string details = fx::server::CallErrorDetails(server.address(), result, "refreshing");
-    EXPECT_EQ(details.rfind(std::string(c.class_text) + "\nError Code: " + std::to_string(result), 0), 0u)
-        << c.name << ": " << details;
-    EXPECT_NE(details.find(".\n\nURL : 127.0.0.1/external/api/soap/space/drawing/v1\n operation : refreshing"),
-              std::string::npos) << c.name;
   }
 }
 

@@ -5,7 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdio>
+#include <gtest/gtest.h>
+
+#include "program_runner.h"
 
 namespace fx::exchange_test {
 namespace {
@@ -59,22 +61,9 @@ int DevServer::Stop() {
 }
 
 int RunDevServerTool(const std::vector<std::string>& args, const std::string& input) {
-  int in[2];
-  if (::pipe(in) != 0) return -1;
-  const pid_t pid = ::fork();
-  if (pid == 0) {
-    ::dup2(in[0], 0);
-    ::close(in[1]);
-    const std::string program = FX_DEVSERVER;
-    std::vector<char*> argv = Argv(program, args);
-    ::execv(program.c_str(), argv.data());
-    ::_exit(127);
-  }
-  ::close(in[0]);
-  [[maybe_unused]] const ssize_t written = ::write(in[1], input.data(), input.size());
-  ::close(in[1]);
-  int status = 0;
-  return ::waitpid(pid, &status, 0) == pid && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  std::vector<std::string> piped = {"-c", "printf %s \"$0\" | \"$@\"", input, FX_DEVSERVER};
+  piped.insert(piped.end(), args.begin(), args.end());
+  return fx::cli_test::RunProgram("/bin/sh", piped, ::testing::TempDir()).exit_status;
 }
 
 }  // namespace fx::exchange_test

@@ -1,9 +1,6 @@
 // Every exchange workflow against a server that misbehaves (vantory-devserver
-// --fault): each run ends by itself with exit status 1 and the message the
-// client gives for that failure, and loses nothing: the drawing sent is
-// unchanged on disk, no download is left behind, the temporary folder is
-// empty. The cases run at once: those that wait for the client's timeouts
-// (hang, trickle) then cost one wait in all.
+// --fault): each run ends by itself with exit status 1 and its message, and
+// loses nothing. The cases run at once, so the client's timeouts cost one wait.
 #include <gtest/gtest.h>
 
 #include <regex>

@@ -24,7 +24,6 @@ namespace fx::export_test {
 std::string FloorDrawing();  // tests/data/export/floor.dxf
 std::string SampleFloor();   // examples/sample-floor.dxf
 
-
 using fx::cli_test::ReadFile;
 using fx::testing::GunzipFile;
 

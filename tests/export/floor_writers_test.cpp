@@ -1,7 +1,7 @@
 // The v1 XML and the floor document of tests/data/export/floor.dxf, exported
 // through vantoryexport: every element and attribute in order with its
 // number format, the floor questions and warnings, the layer table and its
-// `empty` flags, the two matrices, the units, and the compression.
+// `empty` flags, the two matrices and the units.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -11,6 +11,7 @@
 #include "export/document_file.h"
 #include "export/exporter.h"
 #include "export/floor_checks.h"
+#include "export/floor_document.h"
 #include "export_fixture.h"
 #include "rooms/room_record.h"
 #include "settings/known_settings.h"
@@ -92,9 +93,8 @@ std::vector<std::string> AttributeNames(const pugi::xml_node& node) {
   return names;
 }
 
-// The number of layers of a floor document marked empty, each checked: a
-// layer is empty exactly when no element of the SVG carries its id as
-// ss:lid (found by walking every element, not by XPath).
+// The layers marked empty, each checked: exactly those whose id no element
+// of the SVG carries as ss:lid.
 size_t EmptyLayersOf(const pugi::xml_document& document) {
   struct Walker : pugi::xml_tree_walker {
     std::set<std::string> ids;
@@ -215,15 +215,6 @@ TEST_F(FloorWritersTest, YesToTheFloorQuestionsWritesTheFloorAsItIs) {
   EXPECT_STREQ(floor_element.attribute("path").value(), "");
 }
 
-TEST_F(FloorWritersTest, ADrawingWithoutRoomsHasAnEmptyRoomList) {
-  Open();
-  for (const char* name : {"A1", "B2", "C3", "D4", "E5", "F6"}) RemoveRecord(name);
-  const std::string v1 = ExportText("xml");
-  EXPECT_NE(v1.find("<point x=\"0.0000\" y=\"10.0000\"/><ROOMS/></FLOOR>"), std::string::npos) << v1;
-  const std::string document = ExportText("planvault");
-  EXPECT_NE(document.find("\"/><rooms/><layouts>"), std::string::npos);
-}
-
 TEST_F(FloorWritersTest, TheFloorDocumentHasFloorRoomsLayersMatricesAndTheSvgInOrder) {
   Open();
   const std::string text = ExportText("planvault");
@@ -234,16 +225,6 @@ TEST_F(FloorWritersTest, TheFloorDocumentHasFloorRoomsLayersMatricesAndTheSvgInO
   for (pugi::xml_node child : document->child("file").children()) children.push_back(child.name());
   EXPECT_EQ(children, (std::vector<std::string>{"floor", "rooms", "layouts", "svg"}));
   EXPECT_EQ(text.substr(text.size() - 13), "</svg></file>");
-}
-
-// The sample floor (not analysed: no floor outline), whose blocks hold
-// layers of their own.
-TEST_F(FloorWritersTest, EmptyLayersAreThoseWithoutElementsInTheSvg) {
-  Open(SampleFloor(), Answers({"No Floor Area Polyline Found.\\nDo you want to continue?=Yes"}));
-  const std::unique_ptr<pugi::xml_document> document = Parse(ExportText("planvault"));
-  const size_t empty = EmptyLayersOf(*document);
-  EXPECT_GT(empty, 0u);
-  EXPECT_LT(empty, document->select_nodes("//layers/layer").size());
 }
 
 // (Every name of the units is in floor_values_test.)
@@ -293,6 +274,23 @@ TEST_F(FloorWritersTest, DrawingPositionChoosesTheFrame) {
     EXPECT_STREQ(document->child("file").child("svg").attribute("viewBox").value(), c.view_box);
     EXPECT_EQ(EmptyLayersOf(*document), c.empty) << c.position << " " << c.layer;
   }
+}
+
+// The matrices as SVG reads them: x' = a x + c y + e, y' = b x + d y + f.
+TEST(FloorDocumentTest, MatricesAreWrittenColumnByColumn) {
+  const fx::exports::FloorData floor;
+  const std::vector<fx::exports::LayerEntry> layers;
+  fx::exports::DriverResult drawing;
+  AcGeMatrix3d& m = drawing.world_to_svg;  // a quarter turn: x' = -y, y' = x
+  m(0, 0) = m(1, 1) = 0;
+  m(0, 1) = -1;
+  m(1, 0) = 1;
+  pugi::xml_document document;
+  fx::exports::BuildFloorDocument({"plan.dxf", 0, &floor, &layers, &drawing}, document);
+  const pugi::xml_node matrix = document.select_node("//matrix[@type='A2SVG']").node();
+  std::string coefficients;
+  for (const char* name : {"a", "b", "c", "d"}) coefficients += std::string(matrix.attribute(name).value()) + " ";
+  EXPECT_EQ(coefficients, "0 1 -1 0 ");
 }
 
 // Position 1 needs the active view: without it nothing is written, and the
@@ -356,29 +354,6 @@ TEST_F(FloorWritersTest, DrawBoxAndProgramAttributes) {
   EXPECT_STREQ(last.attribute("points").value(), "0,13 0,0 24,0 24,13");
   EXPECT_EQ(svg.find("ss:lid="), std::string::npos);
   EXPECT_NE(ExportText("planvault").find("ss:lid="), std::string::npos);
-}
-
-// The .drawing is the floor document as it is; the .svgz is the SVG in the
-// report's code page (here the one the setting names), which its
-// declaration names: the drawing's texts are ASCII, so nothing else differs.
-TEST_F(FloorWritersTest, CompressedFormatsAreGzipOfThePlainOnes) {
-  Open();
-  ASSERT_TRUE(fx::settings::SetSettingInt(fx::settings::kAnsiCodePage, 1251, fx::settings::kSectionExportOptions));
-  const std::string utf8 = R"(<?xml version="1.0" encoding="UTF-8"?>)";
-  const std::string cyrillic = R"(<?xml version="1.0" encoding="windows-1251"?>)";
-  for (const auto& [compressed, plain, flags] : {std::tuple{"drawing", "planvault", 2}, std::tuple{"svgz", "svg", 0}}) {
-    const std::string path = Path(std::string("out.") + compressed);
-    Export(path, compressed);
-    const std::string bytes = ReadFile(path);
-    ASSERT_GT(bytes.size(), 10u);
-    // Byte 8 of the gzip header: 2 for the best compression ("wb9"), 0 for
-    // level 6 ("wb6f").
-    EXPECT_EQ(static_cast<int>(bytes[8]), flags) << compressed;
-    std::string expected = ExportText(plain);
-    ASSERT_TRUE(expected.starts_with(utf8));
-    if (std::string_view(compressed) == "svgz") expected.replace(0, utf8.size(), cyrillic);
-    EXPECT_EQ(GunzipFile(path), expected) << compressed;
-  }
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // floorxport analyze, the real program: both modes on the bundled sample,
 // the records it saves as another DXF reader (ezdxf) reads them, usage
-// errors, and the corpus floors that have room contours.
+// errors. (The corpus floors are analysed before their export, in
+// tests/export.)
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -120,15 +121,10 @@ TEST_F(AnalyzeProgramTest, WrongUsageSaysWhat) {
     std::vector<std::string> args;
     const char* error;
   } kCases[] = {
-      {{"--floor-layer", "F"}, "analyze needs --floor-layer and --contour-layer"},
       {{"--floor-layer", "F", "--contour-layer", "C"}, "give --block with its tags, or the three text layers"},
       {{"--floor-layer", "F", "--contour-layer", "C", "--block", "B", "--name-tag", "N"},
        "--block needs --name-tag, --category-tag and --description-tag"},
-      {{"--floor-layer", "F", "--contour-layer", "C", "--name-layer", "N"},
-       "text mode needs --name-layer, --type-layer and --description-layer"},
       {{"--floor-layer", "F", "--contour-layer", "C", "--block", "B", "--name-layer", "N"},
-       "give either the block options or the text layer options, not both"},
-      {{"--floor-layer", "F", "--contour-layer", "C", "--remove-inserts", "--name-layer", "N"},
        "give either the block options or the text layer options, not both"},
   };
   for (const auto& c : kCases) {
@@ -139,69 +135,6 @@ TEST_F(AnalyzeProgramTest, WrongUsageSaysWhat) {
   std::vector<std::string> both = kSampleText;
   both.insert(both.end(), {"-o", dir_ + "/x.dxf", "--save"});
   EXPECT_EQ(Analyze(SampleFloor(), both).exit_status, 2);
-  const ProgramResult help = RunProgram(FX_FLOORXPORT, {"analyze", "--help"}, dir_);
-  EXPECT_EQ(help.exit_status, 0);
-  EXPECT_EQ(help.out.rfind("Usage: floorxport analyze DRAWING", 0), 0u);
-}
-
-// Real floors by others (../shared/corpus, SOURCES.md): the layers a user
-// would choose, and what the analysis finds there.
-struct CorpusFloor {
-  const char* file;
-  std::vector<std::string> args;
-  std::string summary;
-};
-
-std::vector<std::string> TextLayers(const std::string& floor, const std::string& contours, const std::string& names,
-                                    const std::string& types, const std::string& descriptions) {
-  return {"--floor-layer", floor, "--contour-layer", contours, "--name-layer", names, "--type-layer", types,
-          "--description-layer", descriptions, "--yes"};
-}
-
-TEST_F(AnalyzeProgramTest, CorpusFloors) {
-  const std::string corpus = FX_CORPUS_DIR;
-  if (!std::filesystem::is_directory(corpus)) GTEST_SKIP() << "no corpus at " << corpus;
-  const std::vector<CorpusFloor> floors = {
-      {"vre-spark/cad_033O.dxf",
-       TextLayers("0", "A_Z20___E_RAUM", "A_Z21___T_RAUMTEXT", "A_Z21___T_RAUMTEXT", "A_Z21___T_RAUMTEXT"),
-       Summary("none", 126, 372, 124, 0, 77, 0, 2, 248)},
-      // Its labels are centred in their columns; three columns reach well past
-      // their room's wall (C004 out of any room, D006 and D008 into the next).
-      {"openindoor6/plan.dxf",
-       TextLayers("ABY_Contour_Facade", "ABY_Zone_ZIND", "Texte_Pièces", "Texte_Pièces", "Texte_Pièces"),
-       Summary("handle 211", 60, 107, 58, 46, 0, 0, 2, 3)},
-      {"pms-app/building001-0_floor3.dxf",
-       TextLayers("AREA-GROSS", "AREA-ASSIGN", "A-IDEN-RNUM", "Rooms-Information", "AREA-TEXT"),
-       Summary("handle 408E", 26, 26, 26, 0, 0, 0, 0, 0)},
-      {"daoshi/floor1.dxf", TextLayers("建筑面积线", "使用面积线", "文字", "管理人员", "管理人员"),
-       Summary("handle 59F8", 43, 42, 40, 2, 2, 0, 3, 0)},
-      {"daoshi/floor3.dxf", TextLayers("建筑面积线", "使用面积线", "文字", "管理人员", "管理人员"),
-       Summary("handle 2C67", 43, 42, 40, 2, 2, 0, 3, 0)},
-      {"daoshi/floor5.dxf", TextLayers("建筑面积线", "使用面积线", "文字", "管理人员", "管理人员"),
-       Summary("handle 35CC", 61, 62, 59, 3, 2, 0, 2, 0)},
-      {"anandkothar-plans/plan.dxf",
-       TextLayers("0", "Room - Kitchen", "2270pga00$0$A010t - Gen Text", "2270pga00$0$A010t - Gen Text",
-                  "2270pga00$0$A010t - Gen Text"),
-       Summary("handle 2E577", 1, 15, 1, 13, 0, 0, 0, 1)},
-      {"smhbackends/10.dxf", TextLayers("Boundary", "BedRoom1", "BedRoom1", "BedRoom1", "BedRoom1"),
-       Summary("none", 2, 3, 1, 0, 0, 0, 1, 2)},
-      {"cs-proxymix/MediaLab_ML_3_L.dxf", TextLayers("0", "Offices", "0", "0", "0"),
-       Summary("none", 29, 0, 0, 0, 0, 0, 29, 0)},
-      {"cs-proxymix/Standard_Factory_Plan.dxf",
-       TextLayers("00_Walls", "00_Offices", "01_Legends", "01_Legends", "01_Legends"),
-       Summary("handle 101A82E", 54, 87, 19, 49, 25, 0, 35, 19)},
-      {"wentcad/WATT_0a_PARTER.dxf",
-       {"--floor-layer", "OBRYS_ZEWN", "--contour-layer", "ROOM", "--block", "2da_pok06c_zs1fkav", "--name-tag",
-        "NR", "--category-tag", "NAME", "--description-tag", "FLOOR_MAT"},
-       Summary("handle 139", 1, 1, 1, 0, 0, 0, 0, 0)},
-  };
-  for (const CorpusFloor& floor : floors) {
-    const std::string path = corpus + "/" + floor.file;
-    if (!std::filesystem::exists(path)) continue;
-    const ProgramResult result = Analyze(path, floor.args);
-    EXPECT_EQ(result.exit_status, 0) << floor.file << "\n" << result.err;
-    EXPECT_TRUE(result.out.ends_with(floor.summary)) << floor.file << result.out.substr(result.out.rfind("\n\n"));
-  }
 }
 
 }  // namespace

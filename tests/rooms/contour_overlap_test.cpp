@@ -1,5 +1,6 @@
-// Intersecting contour pairs: the overlap test case by case, and the
-// indexed search against the all-pairs definition on random floors.
+// Which polylines are contours, and intersecting contour pairs: the overlap
+// test case by case, and the indexed search against the all-pairs definition
+// on random floors.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,6 +8,8 @@
 #include <random>
 #include <vector>
 
+#include "../svg/svg_test_support.h"
+#include "host/database.h"
 #include "rooms/contour_overlap.h"
 
 namespace fx::rooms {
@@ -22,6 +25,25 @@ ContourGeometry Polygon(std::vector<AcGePoint2d> vertices, bool closed = true) {
 
 ContourGeometry Box(double x0, double y0, double x1, double y1) {
   return Polygon({{x0, y0}, {x1, y0}, {x1, y1}, {x0, y1}});
+}
+
+// A heavy 2D polyline whose only arc bends right (a negative bulge) has
+// arcs; a 3D polyline is no contour.
+TEST(ContourGeometryTest, HeavyPolylines) {
+  const char* const kVertices = "0 VERTEX|8 0|10 0|20 0|70 32|42 -0.5\n0 VERTEX|8 0|10 10|20 0|70 32\n"
+                                "0 VERTEX|8 0|10 10|20 10|70 32\n0 SEQEND|8 0\n";
+  std::unique_ptr<AcDbDatabase> db = fx::svg_test::LoadDrawing(
+      fx::svg_test::R12("", "", std::string("0 POLYLINE|8 0|66 1|70 1\n") + kVertices + "0 POLYLINE|8 0|66 1|70 9\n" +
+                                    kVertices),
+      "heavy.dxf");
+  ASSERT_NE(db, nullptr);
+  const std::vector<AcDbObjectId> ids =
+      AcDbObjectPointer<AcDbBlockTableRecord>(db->modelSpaceId(), AcDb::kForRead)->entityIds();
+  ASSERT_EQ(ids.size(), 2u);
+  ContourGeometry geometry;
+  ASSERT_TRUE(ReadContourGeometry(*AcDbEntityPointer(ids[0], AcDb::kForRead).object(), &geometry));
+  EXPECT_TRUE(geometry.has_bulges);
+  EXPECT_FALSE(ReadContourGeometry(*AcDbEntityPointer(ids[1], AcDb::kForRead).object(), &geometry));
 }
 
 struct PairCase {

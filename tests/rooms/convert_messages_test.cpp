@@ -58,15 +58,6 @@ TEST_F(ConvertMessagesTest, AnAnswerThatNamesNothingEndsTheCommandWithItsMessage
   EXPECT_TRUE(docData().roomIds().empty());
 }
 
-// The floor outline is done before the contour layer is looked at.
-TEST_F(ConvertMessagesTest, TheFloorIsMarkedBeforeTheContourLayerIsChecked) {
-  Open(TestDrawing("problems.dxf"));
-  RunScript(R"(_vantoryconvert "Floor" "Nope" T "Names" "Types" "Descriptions")");
-  bool floor_marked = false;
-  for (AcDbObjectId id : ModelSpace()) floor_marked |= Record(id).name == "<*AREA_FLOOR*>";
-  EXPECT_TRUE(floor_marked);
-}
-
 TEST_F(ConvertMessagesTest, WithoutAFloorOutlineTheUserDecides) {
   Open(TestDrawing("no_floor.dxf"));
   const std::string line = R"(_vantoryconvert "Floor" "Contours" T "Names" "Types" "Descriptions")";

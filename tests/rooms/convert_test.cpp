@@ -79,9 +79,8 @@ TEST_F(ConvertTest, BlockModeFlagsEveryProblem) {
   const std::vector<AcDbObjectId> rooms = docData().roomIds();
   CheckRecords(rooms, kBlockMode);
   EXPECT_EQ(rooms, Stamps({"101", "201", "202", "301", "401", "601", " 601 ", "901", "801", "999", "150"}));
-  EXPECT_EQ(Record(StampsNamed("101")[0]).category, "Office");
-  EXPECT_EQ(Record(StampsNamed("101")[0]).description, "Room 101");
-  EXPECT_EQ(Record(StampsNamed("101")[0]).comment, "");
+  const RoomRecord first = Record(StampsNamed("101")[0]);
+  EXPECT_EQ(first.category + "|" + first.description + "|" + first.comment, "Office|Room 101|");
   EXPECT_EQ(Record(StampsNamed("777")[0]).name, "(none)");  // on a frozen layer
   EXPECT_EQ(StampsNamed("901").size(), 1u);                  // its copy in the same room was deleted
 
@@ -102,8 +101,11 @@ TEST_F(ConvertTest, BlockModeFlagsEveryProblem) {
   EXPECT_GE(record.extents.maxPoint().x, 34);
   EXPECT_LE(record.extents.minPoint().y, 2.5);
   EXPECT_GE(record.extents.maxPoint().y, 3.5);
-  // A second run finds nothing left to delete and gives the same records.
-  EXPECT_EQ(RunScript(BlockModeLine()).find("deleted"), std::string::npos);
+  // A second run, with the tags typed in lower case, finds nothing left to
+  // delete and gives the same records.
+  EXPECT_EQ(RunScript(R"(_vantoryconvert "Floor" "Contours" B "roomtag" "name" "category" "description" No)")
+                .find("deleted"),
+            std::string::npos);
   CheckRecords(docData().roomIds(), kBlockMode);
 }
 

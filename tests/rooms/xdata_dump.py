@@ -2,10 +2,8 @@
 """Prints the room records of a drawing as another DXF reader sees them.
 
 Usage: xdata_dump.py DRAWING
-One line per model-space entity with extended data of "VantoryApp", tab
-separated: its handle, its type, the entity its record links to (type and
-layer, or "-"), then each item of the data as CODE=VALUE, the 1001 item
-first, points as x,y,z. Read with ezdxf (Debian's python3-ezdxf).
+One tab-separated line per entity with a record: handle, type, the linked
+entity's type:layer (or "-"), then each item as CODE=VALUE, points as x,y,z.
 """
 import sys
 

@@ -3,13 +3,11 @@
 
 Usage: ezdxf_replaced.py ORIGINAL.dxf REPLACED.dxf OLD_BLOCK NEW_BLOCK [OLD NEW]...
 
-For each pair, every model-space NEW_BLOCK reference ORIGINAL lacks must sit
-on an OLD_BLOCK reference of ORIGINAL with its normal, rotation, layer and
-colour, at scale 1, with one attribute per definition of NEW_BLOCK, in order,
-keeping the definition's tag, invisibility, field length, alignment and
-general properties, placed where ezdxf puts the definition through the
-reference's block transform. Prints the audit's error count, then per pair
-its counts, the attributes' texts and one line per fault.
+Every new NEW_BLOCK reference must sit on an OLD_BLOCK reference of ORIGINAL
+(normal, rotation, layer, colour; scale 1) with one attribute per definition,
+in order, keeping its properties, where ezdxf puts the definition through the
+reference's transform. Prints the audit's error count, then per pair its
+counts, the attributes' texts and one line per fault.
 """
 import sys
 

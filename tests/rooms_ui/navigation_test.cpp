@@ -64,12 +64,6 @@ TEST_F(NavigationTest, EachKindHasItsOwnListAndCursor) {
   EXPECT_FALSE(runner().failed());
 }
 
-TEST_F(NavigationTest, AnEmptyListLeavesTheViewAsItIs) {
-  const std::string out = RunScript("vantoryZoomToNextAreaNotFound\nvantoryZoomToNextMultiIDs");
-  EXPECT_EQ(out, "\nCommand: vantoryZoomToNextAreaNotFound\nCommand: vantoryZoomToNextMultiIDs\n");
-  EXPECT_FALSE(runner().failed());
-}
-
 TEST_F(NavigationTest, ANewAnalysisWithoutTheRememberedObjectStartsAtTheFirst) {
   docData().setProblems(ProblemKind::kAreaNotFound, contours_);
   RunScript("vantoryZoomToNextAreaNotFound\nvantoryZoomToNextAreaNotFound");
@@ -93,16 +87,6 @@ TEST_F(NavigationTest, TheEmptyContourCommandAsksForTheLayerAndWalksItsContours)
       "\nCommand: vantoryZoomToNextEmptyContour\nEnter room contours layer: RoomContours"
       "\nCommand: _ZOOM";
   EXPECT_EQ(out.substr(0, start.size()), start);
-}
-
-TEST_F(NavigationTest, TheEmptyContourCommandWithoutALayer) {
-  docData().setProblems(ProblemKind::kEmptyContour, contours_);
-  EXPECT_EQ(RunScript("vantoryZoomToNextEmptyContour\n\nvantoryZoomToNextEmptyContour\nWalls"),
-            "\nCommand: vantoryZoomToNextEmptyContour\nEnter room contours layer: "
-            "\nPlease select Contour Layer"
-            "\nCommand: vantoryZoomToNextEmptyContour\nEnter room contours layer: Walls"
-            "\nCDocData::GetLayerTableID = eKeyNotFound\n");
-  EXPECT_TRUE(fx::rooms::Cursors().cursor(ProblemKind::kEmptyContour).isNull());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // End-to-end runs of the real floorxport program: markers placed by a
-// script and listed by `floorxport rooms` with its report; an analysis
+// script (their prompts, texts and records) and listed by `floorxport
+// rooms` with its report; an analysis
 // followed by the room list, the report and the navigation commands.
 #include <gtest/gtest.h>
 
@@ -43,27 +44,18 @@ class ProgramTest : public ::testing::Test {
   const std::string dir_ = scratch_.path().string();
 };
 
-TEST_F(ProgramTest, RoomsUsage) {
-  ProgramResult help = Run({"rooms", "--help"});
-  EXPECT_EQ(help.exit_status, 0);
-  EXPECT_TRUE(help.out.starts_with("Usage: floorxport rooms DRAWING [-o REPORT.csv]\n"));
-  ProgramResult none = Run({"rooms"});
-  EXPECT_EQ(none.exit_status, 2);
-  EXPECT_EQ(none.err,
-            "floorxport: rooms takes one DRAWING\nRun \"floorxport rooms --help\" for usage.\n");
-  ProgramResult missing = Run({"rooms", Path("missing.dxf")});
-  EXPECT_EQ(missing.exit_status, 1);
-  EXPECT_NE(missing.err.find("missing.dxf"), std::string::npos) << missing.err;
-}
-
 TEST_F(ProgramTest, MarkersPlacedByAScriptAreListedWithTheirReport) {
   const std::string script =
       WriteScript("markers.scr",
-                  "_vantoryaddmarker 5,5\n1.01\nOffice\nWest, by the stairs\n\n\nOK\n"
+                  "_vantoryaddmarker 5,5\n1.01\nOffice\nWest, by the stairs\nNew carpet\n\nOK\n"
                   "_vantoryaddmarker 15,5\n\n\n\n\n\n\n"
                   "_vantoryaddmarker 25,5\nNot placed\n\n\n\n\ncancel\n");
   ProgramResult run = Run({"run", BaseDrawing(), "-s", script, "-o", Path("marked.dxf")});
   ASSERT_EQ(run.exit_status, 0) << run.err << run.out;
+  EXPECT_TRUE(run.out.starts_with(
+      "\nCommand: _vantoryaddmarker\nSpecify internal point: 5,5\nRoom Properties\n&Name: 1.01\n&Category: Office"
+      "\n&Description: West, by the stairs\nCo&mment: New carpet\nArea <Area not found>: \n[OK/Cancel] <OK>: OK\n"))
+      << run.out;
   EXPECT_NE(run.out.find("\n[OK/Cancel] <OK>: cancel\npPolyline.openStatus = eNullObjectId"),
             std::string::npos)
       << run.out;
@@ -73,14 +65,14 @@ TEST_F(ProgramTest, MarkersPlacedByAScriptAreListedWithTheirReport) {
   EXPECT_EQ(rooms.out,
             "Drawing: " + Path("marked.dxf") +
                 "\nRooms: 2"
-                "\nName  Category  Description          Comment       Area  Error description"
-                "\n1.01  Office    West, by the stairs           Not found"
-                "\n                                              Not found"
+                "\nName  Category  Description          Comment          Area  Error description"
+                "\n1.01  Office    West, by the stairs  New carpet  Not found"
+                "\n                                                 Not found"
                 "\nFloor area: Not found"
                 "\nReport: " +
                 Path("report.csv") + "\n");
   EXPECT_EQ(fx::cli_test::ReadFile(Path("report.csv")),
-            kReportHeader + "1.01,Office,West, by the stairs,,Not found,\r\n,,,,Not found,\r\n");
+            kReportHeader + "1.01,Office,West, by the stairs,New carpet,Not found,\r\n,,,,Not found,\r\n");
   // The markers are single-line texts in model space, read by another reader.
   const std::string check = Path("check.py");
   std::ofstream(check)

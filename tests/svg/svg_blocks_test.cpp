@@ -147,10 +147,8 @@ TEST_F(SvgBlocksTest, DefinitionsAndTheirUses) {
   EXPECT_TRUE(Elements(defs, "text").empty());
 }
 
-// Drawn out, nothing is defined; by-block properties take the insert's
-// (the swings of the doors on A, red, and B, green: their arcs as
-// polylines); an insert on a frozen layer draws nothing (with blocks, it
-// has no <use>).
+// Drawn out, nothing is defined; by-block properties take the insert's (the
+// swings on A red, on B green); an insert on a frozen layer draws nothing.
 TEST_F(SvgBlocksTest, DrawnOutInsertsTakeTheirProperties) {
   auto document = Render(false);
   EXPECT_FALSE(Defs(*document));

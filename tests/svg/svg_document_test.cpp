@@ -1,6 +1,5 @@
-// The document's fixed part and the attributes of a drawn element, pinned
-// exactly, with the precision rule: the renderer used directly, without a
-// drawing.
+// The document's fixed part, the precision rule, the arc types and what the
+// frame leaves out: the renderer used directly, without a drawing.
 #include <gtest/gtest.h>
 
 #include "svg/pv_svg_world_draw.h"
@@ -10,7 +9,6 @@
 namespace {
 
 using fx::svg::Frame;
-using fx::svg_test::AttributeNames;
 
 class SvgDocumentTest : public ::testing::Test {
  protected:
@@ -49,23 +47,16 @@ TEST_F(SvgDocumentTest, PrecisionFollowsTheFrameDiagonal) {
   }
 }
 
-// The program's attributes only when asked, and ss:lid only with a layer table.
-TEST_F(SvgDocumentTest, LineAttributesInOrder) {
-  for (bool program : {false, true}) {
-    fx::svg::SvgOptions options;
-    options.program_attributes = program;
-    auto draw = Start({{0, 0}, {100, 100}}, options);
-    draw->subEntityTraits().setLineWeight(AcDb::kLnWt000);
-    Line(*draw, {1, 2, 0}, {3, 4, 0});
-    const pugi::xml_node line = draw->document().child("svg").child("g").child("line");
-    std::vector<std::string> names = {"x1", "y1", "x2", "y2", "stroke", "stroke-width"};
-    if (program) names.insert(names.end(), {"ss:color", "ss:lw"});
-    EXPECT_EQ(AttributeNames(line), names);
-    EXPECT_STREQ(line.attribute("y1").value(), "98");
-    EXPECT_STREQ(line.attribute("y2").value(), "96");
-    EXPECT_STREQ(line.attribute("stroke-width").value(), "0.01mm");
-    EXPECT_STREQ(line.attribute("ss:lw").value(), program ? "byG" : "");
-  }
+// A chord closes its arc, a sector runs through the centre too.
+TEST_F(SvgDocumentTest, ArcTypesCloseTheirPaths) {
+  auto draw = Start({{0, 0}, {100, 100}});
+  for (AcGiArcType type : {kAcGiArcSimple, kAcGiArcChord, kAcGiArcSector})
+    draw->circularArc({50, 50, 0}, 10, AcGeVector3d::kZAxis, AcGeVector3d::kXAxis, M_PI / 2, type);
+  std::vector<std::string> paths;
+  for (pugi::xml_node path : fx::svg_test::Elements(draw->document().child("svg").child("g"), "path"))
+    paths.push_back(path.attribute("d").value());
+  EXPECT_EQ(paths, (std::vector<std::string>{"M60,50A10,10 0 0,0 50,40", "M60,50A10,10 0 0,0 50,40Z",
+                                             "M50,50L60,50A10,10 0 0,0 50,40Z"}));
 }
 
 // Elements that lie wholly outside the frame are not written.

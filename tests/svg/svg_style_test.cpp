@@ -67,10 +67,8 @@ class SvgStyleTest : public ::testing::Test {
   std::unique_ptr<pugi::xml_document> document_;
 };
 
-// The lines drawn with the program's attributes, each by its style (every
-// attribute after its coordinates): colours and widths by layer, by block
-// at the top (foreground, default width) and the entity's own; dashes
-// scaled by the linetype scale. Lines 4 to 6 are not drawn.
+// Each line's style attributes with the program's: by layer, by block at the
+// top (foreground, default width), its own; dashes scaled. Lines 4-6 are not drawn.
 TEST_F(SvgStyleTest, StylesResolveFromTheLayerAndTheEntity) {
   fx::svg::SvgOptions options;
   options.program_attributes = true;

@@ -75,12 +75,6 @@ std::vector<double> Numbers(std::string_view text) {
   return numbers;
 }
 
-std::vector<std::string> AttributeNames(const pugi::xml_node& node) {
-  std::vector<std::string> names;
-  for (pugi::xml_attribute attribute : node.attributes()) names.emplace_back(attribute.name());
-  return names;
-}
-
 Affine Affine::operator*(const Affine& r) const {
   return {a * r.a + c * r.b, b * r.a + d * r.b, a * r.c + c * r.d, b * r.c + d * r.d, a * r.e + c * r.f + e,
           b * r.e + d * r.f + f};

@@ -39,9 +39,6 @@ std::vector<pugi::xml_node> Elements(const pugi::xml_node& root, const char* nam
 // The numbers in a text ("M1,2 L3,4" gives 1 2 3 4), read with from_chars.
 std::vector<double> Numbers(std::string_view text);
 
-// The attribute names of an element, in order.
-std::vector<std::string> AttributeNames(const pugi::xml_node& node);
-
 // A 2-D affine map as SVG writes it: x' = a x + c y + e, y' = b x + d y + f.
 struct Affine {
   double a = 1, b = 0, c = 0, d = 1, e = 0, f = 0;
