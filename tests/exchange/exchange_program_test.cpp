@@ -115,7 +115,8 @@ TEST_F(ExchangeProgramTest, EachWayOfLoggingInWorksAndThePasswordIsWrittenNowher
   EXPECT_NE(by_dialog.out.find("Vantory Log-In Dialog"), std::string::npos) << by_dialog.out;
   ScopedEnvironmentVariable user("FLOORXPORT_USER", "ana"), password("FLOORXPORT_PASSWORD", canary.c_str());
   EXPECT_NE(run({"floors", "--server", server.address()}).out.find("Level 1"), std::string::npos);
-  run({"run", plan, "--save", "--yes", "-c", "ZOOM E"});  // closing offers to send the changes
+  const ProgramResult closed = run({"run", plan, "--save", "--yes", "-c", "ZOOM E"});
+  EXPECT_NE(closed.out.find("File has been successfully sent to Vantory."), std::string::npos) << closed.out;
   server.Stop();
   fs::remove(secret);
 

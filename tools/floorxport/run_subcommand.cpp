@@ -15,6 +15,7 @@
 #include "host/dxf/dwg_input.h"
 #include "host/menu.h"
 #include "plugin_modules.h"
+#include "server_options.h"
 #include "subcommands.h"
 
 namespace fx::cli {
@@ -67,7 +68,8 @@ constexpr OptionDefinition kRunOptions[] = {
     {"-c", "--command", true},   {"-s", "--script", true},  {"-o", "--output", true},
     {nullptr, "--save", false},  {nullptr, "--yes", false}, {nullptr, "--no", false},
     {nullptr, "--answer", true}, {nullptr, "--menu", true}, {nullptr, "--recover", false},
-    {"-h", "--help", false},
+    kUserOption,                 kPasswordFileOption,       kTlsVerifyOption,
+    kCaFileOption,               {"-h", "--help", false},
 };
 
 void PrintErr(fx::console::Terminal& terminal, const std::string& message) {
@@ -219,10 +221,16 @@ int RunSubcommand(std::span<const std::string> args) {
   for (const ParsedOption& option : parsed.options) {
     if (Is(option, "--help")) {
       std::fputs(kRunUsage, stdout);
+      std::fputs("\nFor the commands that talk to the service:\n", stdout);
+      std::fputs(kLogInHelp, stdout);
       return kExitOk;
     }
   }
-  if (!parsed_ok || !ReadRunOptions(parsed, options, &error)) {
+  // The commands may talk to the service (Send to, the offer to send the
+  // changes when a linked drawing closes): they log in as the server
+  // subcommands do.
+  if (!parsed_ok || !ReadRunOptions(parsed, options, &error) || !TakeLogIn(parsed, &error) ||
+      !TakeTlsOptions(parsed, &error)) {
     std::fprintf(stderr, "floorxport: %s\nRun \"floorxport run --help\" for usage.\n",
                  error.c_str());
     return kExitUsage;
