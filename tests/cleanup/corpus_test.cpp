@@ -25,7 +25,6 @@ bool Copyable(const fx::dxf::TagList& tags) {
   const std::string_view type = tags.type();
   if (type != "LINE" && type != "CIRCLE" && type != "ARC" && type != "LWPOLYLINE" && type != "TEXT") return false;
   const bool text = type == "TEXT", polyline = type == "LWPOLYLINE";
-  if (polyline && tags.size() > 1000) return false;  // the copy is built a vertex at a time
   for (size_t i = 1; i < tags.size(); ++i) {
     const std::string value(fx::dxf::TrimBlanks(tags[i].value));
     const double number = fx::dxf::ParseDouble(value).value_or(0);

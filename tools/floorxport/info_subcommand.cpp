@@ -14,12 +14,12 @@
 #include "host/dxf/console/command_registry.h"
 #include "host/dxf/console/command_runner.h"
 #include "host/dxf/console/console.h"
-#include "host/dxf/console/drawing_extents.h"
 #include "host/dxf/console/host_session.h"
 #include "host/dxf/console/module_registry.h"
 #include "host/dxf/console/terminal.h"
 #include "host/dxf/console/units_names.h"
 #include "host/dxf/drawing_io.h"
+#include "host/dxf/model_space_extents.h"
 #include "subcommands.h"
 
 namespace fx::cli {
@@ -110,7 +110,7 @@ std::string Describe(AcDbDatabase& database, const std::string& path) {
   }
   text += "\nUnits: " + std::to_string(units) + " (" + fx::console::InsunitsName(units) + ")";
   AcDbExtents extents;
-  fx::console::ModelSpaceExtents(database, extents);
+  fx::dxf::ModelSpaceExtents(database, extents);
   text += "\nExtents: " + Box(extents);
   text += "\nHeader extents: " + Box(AcDbExtents(database.extmin(), database.extmax()));
   fx::console::View view;

@@ -14,6 +14,7 @@
 #include "host/dxf/dxf_values.h"
 #include "host/dxf/imp_database.h"
 #include "host/dxf/imp_object.h"
+#include "host/dxf/model_space_extents.h"
 
 using fx::dxf::Tag;
 using fx::dxf::TagList;
@@ -143,9 +144,19 @@ AcGePoint3d AcDbDatabase::extmin() const { return HeaderPoint(*imp_, "$EXTMIN");
 AcGePoint3d AcDbDatabase::extmax() const { return HeaderPoint(*imp_, "$EXTMAX"); }
 
 Acad::ErrorStatus AcDbDatabase::updateExt() {
-  AcDbBlockTableRecord* space = nullptr;
-  if (Acad::ErrorStatus es = acdbOpenObject(space, modelSpaceId(), AcDb::kForRead); es != Acad::eOk) return es;
   AcDbExtents extents;
+  if (Acad::ErrorStatus es = fx::dxf::ModelSpaceExtents(*this, extents); es != Acad::eOk) return es;
+  fx::dxf::SetHeaderExtents(*this, extents);
+  return Acad::eOk;
+}
+
+namespace fx::dxf {
+
+Acad::ErrorStatus ModelSpaceExtents(AcDbDatabase& database, AcDbExtents& extents) {
+  extents = AcDbExtents();
+  AcDbBlockTableRecord* space = nullptr;
+  if (Acad::ErrorStatus es = acdbOpenObject(space, database.modelSpaceId(), AcDb::kForRead); es != Acad::eOk)
+    return es;
   for (AcDbObjectId id : space->entityIds()) {
     AcDbEntity* entity = nullptr;
     if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) continue;
@@ -154,15 +165,20 @@ Acad::ErrorStatus AcDbDatabase::updateExt() {
     entity->close();
   }
   space->close();
-  if (extents.isEmpty()) return Acad::eOk;
-  auto point = [](const AcGePoint3d& p) {
-    return std::vector<std::pair<int, std::string>>{
-        {10, fx::dxf::FormatDouble(p.x)}, {20, fx::dxf::FormatDouble(p.y)}, {30, fx::dxf::FormatDouble(p.z)}};
-  };
-  SetHeader(*imp_, "$EXTMIN", point(extents.minPoint()));
-  SetHeader(*imp_, "$EXTMAX", point(extents.maxPoint()));
   return Acad::eOk;
 }
+
+void SetHeaderExtents(AcDbDatabase& database, const AcDbExtents& extents) {
+  if (extents.isEmpty()) return;
+  auto point = [](const AcGePoint3d& p) {
+    return std::vector<std::pair<int, std::string>>{
+        {10, FormatDouble(p.x)}, {20, FormatDouble(p.y)}, {30, FormatDouble(p.z)}};
+  };
+  SetHeader(*database.impl(), "$EXTMIN", point(extents.minPoint()));
+  SetHeader(*database.impl(), "$EXTMAX", point(extents.maxPoint()));
+}
+
+}  // namespace fx::dxf
 
 double AcDbDatabase::ltscale() const {
   double scale = fx::dxf::ParseDouble(HeaderValue(*imp_, "$LTSCALE", 40)).value_or(1.0);

@@ -16,15 +16,15 @@ struct PlaneFrame {
   double width = 0;
 };
 
-PlaneFrame LayoutInPlane(const AcDbText& text, double natural_width) {
-  const AcGeVector3d normal = text.normal();
-  const AcGePoint3d first = WorldToOcs(normal, text.position());
-  const AcGePoint3d second = WorldToOcs(normal, text.alignmentPoint());
-  const double height = text.height();
-  const AcDbTextHorzMode horizontal = text.horizontalMode();
-  const AcDbTextVertMode vertical = text.verticalMode();
-  const double x_sign = text.isMirroredInX() ? -1 : 1;
-  const double y_sign = text.isMirroredInY() ? -1 : 1;
+PlaneFrame LayoutInPlane(const TextPlacement& text, double natural_width) {
+  const AcGeVector3d normal = text.normal;
+  const AcGePoint3d first = WorldToOcs(normal, text.position);
+  const AcGePoint3d second = WorldToOcs(normal, text.alignment_point);
+  const double height = text.height;
+  const AcDbTextHorzMode horizontal = text.horizontal;
+  const AcDbTextVertMode vertical = text.vertical;
+  const double x_sign = text.mirrored_x ? -1 : 1;
+  const double y_sign = text.mirrored_y ? -1 : 1;
 
   PlaneFrame frame;
   AcGeVector3d span = second - first;
@@ -38,7 +38,7 @@ PlaneFrame LayoutInPlane(const AcDbText& text, double natural_width) {
     frame.origin = x_sign > 0 ? first : second;
     return frame;
   }
-  double angle = text.rotation();
+  double angle = text.rotation;
   AcGeVector3d along{std::cos(angle), std::sin(angle), 0};
   AcGeVector3d up{-along.y, along.x, 0};
   frame.width = natural_width;
@@ -67,18 +67,22 @@ PlaneFrame LayoutInPlane(const AcDbText& text, double natural_width) {
 
 }  // namespace
 
-TextFrame LayoutText(const AcDbText& text, std::string_view display) {
-  const double height = text.height();
-  PlaneFrame plane = LayoutInPlane(text, TextAdvance(display) * height * text.widthFactor());
-  AcGeMatrix3d to_world = AcGeMatrix3d::planeToWorld(text.normal());
+TextFrame LayoutText(const TextPlacement& text, double advance) {
+  const double height = text.height;
+  PlaneFrame plane = LayoutInPlane(text, advance * height * text.width_factor);
+  AcGeMatrix3d to_world = AcGeMatrix3d::planeToWorld(text.normal);
   TextFrame frame;
   frame.origin = to_world * plane.origin;
   frame.x_axis = to_world * plane.x_axis;
   frame.y_axis = to_world * plane.y_axis;
   frame.width = plane.width;
   frame.height = height;
-  frame.slant = std::tan(text.oblique());
+  frame.slant = std::tan(text.oblique);
   return frame;
+}
+
+TextFrame LayoutText(const AcDbText& text, std::string_view display) {
+  return LayoutText(ReadTextPlacement(text), TextAdvance(display));
 }
 
 bool DrawTextLine(const AcDbText& text, AcGiWorldDraw& draw, std::string_view value) {
@@ -86,14 +90,15 @@ bool DrawTextLine(const AcDbText& text, AcGiWorldDraw& draw, std::string_view va
   std::string display = ExpandPercentCodes(value, &style.underlined);
   if (display.empty()) return false;
   LoadTextStyle(text.textStyle(), style);
-  TextFrame frame = LayoutText(text, display);
-  style.text_size = text.height();
-  style.x_scale = text.widthFactor();
-  AcDbTextHorzMode horizontal = text.horizontalMode();
-  double advance = TextAdvance(display) * style.text_size;
-  if ((horizontal == kTextAlign || horizontal == kTextFit) && advance > 0)
+  const TextPlacement placement = ReadTextPlacement(text);
+  const double advance_per_height = TextAdvance(display);
+  TextFrame frame = LayoutText(placement, advance_per_height);
+  style.text_size = placement.height;
+  style.x_scale = placement.width_factor;
+  double advance = advance_per_height * style.text_size;
+  if ((placement.horizontal == kTextAlign || placement.horizontal == kTextFit) && advance > 0)
     style.x_scale = frame.width / advance;
-  style.obliquing_angle = text.oblique();
+  style.obliquing_angle = placement.oblique;
   // The sink derives the up direction as normal x direction.
   AcGeVector3d normal = frame.x_axis.crossProduct(frame.y_axis).normal();
   return draw.geometry().text(frame.origin, normal, frame.x_axis, display.c_str(), true, style);

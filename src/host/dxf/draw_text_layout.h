@@ -19,6 +19,19 @@ class AcGiWorldDraw;
 
 namespace fx::dxf {
 
+// What the layout of a TEXT-like entity reads of it, each read once (its
+// accessors read the normal again for every point); the values its
+// accessors answer.
+struct TextPlacement {
+  AcGeVector3d normal;
+  AcGePoint3d position, alignment_point;  // world coordinates
+  double height = 0, width_factor = 1, rotation = 0, oblique = 0;
+  AcDbTextHorzMode horizontal = kTextLeft;
+  AcDbTextVertMode vertical = kTextBase;
+  bool mirrored_x = false, mirrored_y = false;
+};
+TextPlacement ReadTextPlacement(const AcDbText& text);  // beside the class
+
 // The frame of `text` showing `display` (its value with %%-codes expanded),
 // in world coordinates:
 // - left/baseline: the baseline starts at the first alignment point;
@@ -32,6 +45,9 @@ namespace fx::dxf {
 // Mirrored in X runs the text backwards (the frame's x axis reversed, its
 // alignment mirrored with it); mirrored in Y turns it upside down.
 TextFrame LayoutText(const AcDbText& text, std::string_view display);
+// The same from what was read of the text and the estimated advance of
+// `display` (TextAdvance).
+TextFrame LayoutText(const TextPlacement& text, double advance);
 
 // Draws `value` (raw, with %%-codes) of `text` as one text primitive at the
 // start of its baseline, the %%-codes expanded (passed as raw text); the

@@ -54,9 +54,52 @@ std::vector<Vertex> ReadVertices(const TagList& tags, Range range) {
   return vertices;
 }
 
-std::vector<Vertex> VerticesOf(const AcDbPolyline& polyline) {
-  const TagList& tags = polyline.impl()->tags();
-  return ReadVertices(tags, DataOf(tags, kSubclass));
+// The vertices as the tags hold them, and where the edits that build a
+// polyline write: kept on the open object, so reading every vertex and
+// appending one at a time cost linear time, not quadratic.
+struct PolylineVertices : AcDbImpDecoded {
+  std::vector<Vertex> vertices;
+  size_t count_at = TagList::kNotFound;  // the vertex count (90), if the subclass data has one
+  size_t append_at = 0;  // where a vertex after the last goes
+};
+
+std::unique_ptr<PolylineVertices> DecodeVertices(const TagList& tags) {
+  auto decoded = std::make_unique<PolylineVertices>();
+  const Range range = DataOf(tags, kSubclass);
+  decoded->vertices = ReadVertices(tags, range);
+  decoded->count_at = tags.Find(90, range);
+  if (!decoded->vertices.empty()) {
+    decoded->append_at = decoded->vertices.back().end;
+  } else {
+    // The first vertex goes before the normal, or at the end of the data.
+    const size_t normal = tags.Find(210, range);
+    decoded->append_at = normal != TagList::kNotFound ? normal : range.end;
+  }
+  return decoded;
+}
+
+const PolylineVertices& DecodedVertices(const AcDbPolyline& polyline) {
+  const AcDbImpObject& imp = *polyline.impl();
+  if (auto* kept = dynamic_cast<const PolylineVertices*>(imp.decoded())) return *kept;
+  std::unique_ptr<PolylineVertices> decoded = DecodeVertices(imp.tags());
+  const PolylineVertices& result = *decoded;
+  imp.keep_decoded(std::move(decoded));
+  return result;
+}
+
+// Valid until the next edit.
+const std::vector<Vertex>& VerticesOf(const AcDbPolyline& polyline) { return DecodedVertices(polyline).vertices; }
+
+// The decoded vertices for an edit: taken from the object, as its first
+// edit of the tags forgets them.
+std::unique_ptr<PolylineVertices> TakeVertices(const AcDbPolyline& polyline) {
+  const AcDbImpObject& imp = *polyline.impl();
+  std::unique_ptr<AcDbImpDecoded> kept = imp.take_decoded();
+  if (auto* vertices = dynamic_cast<PolylineVertices*>(kept.get())) {
+    kept.release();
+    return std::unique_ptr<PolylineVertices>(vertices);
+  }
+  return DecodeVertices(imp.tags());
 }
 
 fx::dxf::BulgedOutline OutlineOf(const AcDbPolyline& polyline) {
@@ -96,7 +139,7 @@ AcDbPolyline::AcDbPolyline(unsigned num_verts)
 unsigned AcDbPolyline::numVerts() const { return static_cast<unsigned>(VerticesOf(*this).size()); }
 
 Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned index, AcGePoint2d& point) const {
-  std::vector<Vertex> vertices = VerticesOf(*this);
+  const std::vector<Vertex>& vertices = VerticesOf(*this);
   if (index >= vertices.size()) return Acad::eInvalidIndex;
   point = vertices[index].point;
   return Acad::eOk;
@@ -110,7 +153,7 @@ Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned index, AcGePoint3d& point) c
 }
 
 Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned index, double& bulge) const {
-  std::vector<Vertex> vertices = VerticesOf(*this);
+  const std::vector<Vertex>& vertices = VerticesOf(*this);
   if (index >= vertices.size()) return Acad::eInvalidIndex;
   bulge = vertices[index].bulge;
   return Acad::eOk;
@@ -118,7 +161,7 @@ Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned index, double& bulge) const 
 
 Acad::ErrorStatus AcDbPolyline::getWidthsAt(unsigned index, double& start_width,
                                             double& end_width) const {
-  std::vector<Vertex> vertices = VerticesOf(*this);
+  const std::vector<Vertex>& vertices = VerticesOf(*this);
   if (index >= vertices.size()) return Acad::eInvalidIndex;
   double constant = constantWidth();
   start_width = vertices[index].start_width >= 0 ? vertices[index].start_width : constant;
@@ -165,19 +208,14 @@ Acad::ErrorStatus AcDbPolyline::getArea(double& area) const {
 Acad::ErrorStatus AcDbPolyline::addVertexAt(unsigned index, const AcGePoint2d& point, double bulge,
                                             double start_width, double end_width) {
   if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
-  TagList& tags = impl()->mutable_tags();
-  Range range = DataOf(tags, kSubclass);
-  std::vector<Vertex> vertices = ReadVertices(tags, range);
-  if (index > vertices.size()) return Acad::eInvalidIndex;
-  // Before the vertex now at `index`, or after the last one (or, for the
-  // first vertex, at the end of the subclass data, before the normal).
-  size_t at = index < vertices.size() ? vertices[index].begin
-              : !vertices.empty()      ? vertices.back().end
-                                       : range.end;
-  if (vertices.empty()) {
-    size_t normal = tags.Find(210, range);
-    if (normal != TagList::kNotFound) at = normal;
+  std::unique_ptr<PolylineVertices> decoded = TakeVertices(*this);
+  std::vector<Vertex>& vertices = decoded->vertices;
+  if (index > vertices.size()) {
+    impl()->keep_decoded(std::move(decoded));
+    return Acad::eInvalidIndex;
   }
+  // Before the vertex now at `index`, or after the last one.
+  const size_t at = index < vertices.size() ? vertices[index].begin : decoded->append_at;
   TagList added;
   fx::dxf::AppendDouble(added, 10, point.x);
   fx::dxf::AppendDouble(added, 20, point.y);
@@ -186,37 +224,58 @@ Acad::ErrorStatus AcDbPolyline::addVertexAt(unsigned index, const AcGePoint2d& p
     fx::dxf::AppendDouble(added, 41, std::max(end_width, 0.0));
   }
   if (bulge != 0) fx::dxf::AppendDouble(added, 42, bulge);
+  TagList& tags = impl()->mutable_tags();
   for (size_t i = 0; i < added.size(); ++i) tags.Insert(at + i, added[i].code, added[i].value);
-  SetCount(tags, DataOf(tags, kSubclass), vertices.size() + 1);
+
+  // The decoded vertices follow the tags: the new one as read back from its
+  // tags, the ones after it moved down.
+  const size_t moved = added.size();
+  Vertex made = ReadVertices(added, {0, moved}).front();
+  made.begin = at;
+  made.end = at + moved;
+  for (size_t i = index; i < vertices.size(); ++i) {
+    vertices[i].begin += moved;
+    vertices[i].end += moved;
+  }
+  vertices.insert(vertices.begin() + index, made);
+  decoded->append_at += moved;
+  if (decoded->count_at == TagList::kNotFound) {
+    SetCount(tags, DataOf(tags, kSubclass), vertices.size());  // adds the count: the tags move again
+    return Acad::eOk;
+  }
+  if (decoded->count_at >= at) decoded->count_at += moved;
+  tags.SetValue(decoded->count_at, std::to_string(vertices.size()));
+  impl()->keep_decoded(std::move(decoded));
   return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbPolyline::removeVertexAt(unsigned index) {
   if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
-  TagList& tags = impl()->mutable_tags();
-  std::vector<Vertex> vertices = ReadVertices(tags, DataOf(tags, kSubclass));
+  const std::vector<Vertex>& vertices = VerticesOf(*this);
   if (index >= vertices.size()) return Acad::eInvalidIndex;
-  tags.Erase(vertices[index].begin, vertices[index].end);
-  SetCount(tags, DataOf(tags, kSubclass), vertices.size() - 1);
+  const Vertex v = vertices[index];  // copied: the edit forgets the decoded vertices
+  const size_t count = vertices.size() - 1;
+  TagList& tags = impl()->mutable_tags();
+  tags.Erase(v.begin, v.end);
+  SetCount(tags, DataOf(tags, kSubclass), count);
   return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbPolyline::setPointAt(unsigned index, const AcGePoint2d& point) {
   if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
-  TagList& tags = impl()->mutable_tags();
-  std::vector<Vertex> vertices = ReadVertices(tags, DataOf(tags, kSubclass));
+  const std::vector<Vertex>& vertices = VerticesOf(*this);
   if (index >= vertices.size()) return Acad::eInvalidIndex;
-  const Vertex& v = vertices[index];
-  tags.SetPoint(10, {point.x, point.y, 0}, {v.begin, v.end}, /*with_z=*/false);
+  const Vertex v = vertices[index];  // copied: the edit forgets the decoded vertices
+  impl()->mutable_tags().SetPoint(10, {point.x, point.y, 0}, {v.begin, v.end}, /*with_z=*/false);
   return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbPolyline::setBulgeAt(unsigned index, double bulge) {
   if (Acad::ErrorStatus es = assertWriteEnabled(); es != Acad::eOk) return es;
-  TagList& tags = impl()->mutable_tags();
-  std::vector<Vertex> vertices = ReadVertices(tags, DataOf(tags, kSubclass));
+  const std::vector<Vertex>& vertices = VerticesOf(*this);
   if (index >= vertices.size()) return Acad::eInvalidIndex;
-  const Vertex& v = vertices[index];
+  const Vertex v = vertices[index];  // copied: the edit forgets the decoded vertices
+  TagList& tags = impl()->mutable_tags();
   size_t at = tags.Find(42, {v.begin, v.end});
   if (at != TagList::kNotFound) {
     tags.SetDouble(42, bulge, {v.begin, v.end});

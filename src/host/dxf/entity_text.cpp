@@ -223,6 +223,26 @@ bool AcDbText::worldDraw(AcGiWorldDraw* world_draw) {
 
 namespace fx::dxf {
 
+TextPlacement ReadTextPlacement(const AcDbText& text) {
+  const TagList& tags = text.impl()->tags();
+  const Range range = TextData(text);
+  TextPlacement placement;
+  placement.normal = ReadNormal(tags, range);
+  placement.position = OcsToWorld(placement.normal, tags.GetPoint(10, range));
+  placement.alignment_point = tags.Find(11, range) == TagList::kNotFound
+                                  ? placement.position
+                                  : OcsToWorld(placement.normal, tags.GetPoint(11, range));
+  placement.height = text.height();
+  placement.width_factor = text.widthFactor();
+  placement.rotation = text.rotation();
+  placement.oblique = text.oblique();
+  placement.horizontal = text.horizontalMode();
+  placement.vertical = text.verticalMode();
+  placement.mirrored_x = text.isMirroredInX();
+  placement.mirrored_y = text.isMirroredInY();
+  return placement;
+}
+
 void AddExtents(const AcDbText& text, const AcGeMatrix3d& transform, AcDbExtents& box) {
   // An attribute definition shows its tag, the others their value.
   const AcDbAttributeDefinition* definition = dynamic_cast<const AcDbAttributeDefinition*>(&text);

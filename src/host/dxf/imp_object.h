@@ -18,6 +18,14 @@ namespace fx::dxf {
 void ApplyWorkingDatabaseDefaults(TagList& tags);
 }  // namespace fx::dxf
 
+// What a typed class decoded from an object's tags to answer its reads
+// without decoding them again (a polyline's vertices): kept on the open
+// object until the next edit of its tags.
+class AcDbImpDecoded {
+ public:
+  virtual ~AcDbImpDecoded() = default;
+};
+
 class AcDbImpObject {
  public:
   // An object opened from the database.
@@ -38,12 +46,21 @@ class AcDbImpObject {
   std::string_view type() const { return tags_.type(); }
 
   const fx::dxf::TagList& tags() const { return tags_; }
-  // For edits: marks the object modified, so close() writes it back.
+  // For edits: marks the object modified, so close() writes it back, and
+  // forgets the decoded values.
   fx::dxf::TagList& mutable_tags() {
     modified_ = true;
+    decoded_.reset();
     return tags_;
   }
   bool modified() const { return modified_; }
+
+  // The values a typed class kept since the last edit, or null. Reads keep
+  // them, hence const; an edit that updates them itself takes them before
+  // calling mutable_tags() and keeps them again after.
+  AcDbImpDecoded* decoded() const { return decoded_.get(); }
+  std::unique_ptr<AcDbImpDecoded> take_decoded() const { return std::move(decoded_); }
+  void keep_decoded(std::unique_ptr<AcDbImpDecoded> decoded) const { decoded_ = std::move(decoded); }
 
   // Called when a new object joins a database (append, setAt, add).
   void Attach(AcDbStub* stub, AcDb::OpenMode mode) {
@@ -56,6 +73,7 @@ class AcDbImpObject {
   AcDb::OpenMode mode_ = AcDb::kForWrite;
   fx::dxf::TagList tags_;
   bool modified_ = false;
+  mutable std::unique_ptr<AcDbImpDecoded> decoded_;
 };
 
 namespace fx::dxf {

@@ -11,14 +11,9 @@
 
 namespace fx::console {
 
-// The union of getGeomExtents over the model-space entities that have
-// extents; an empty box when none has. Fails only when model space cannot
-// be opened.
-Acad::ErrorStatus ModelSpaceExtents(AcDbDatabase& database, AcDbExtents& extents);
-
-// ModelSpaceExtents, or when that is empty the header's $EXTMIN/$EXTMAX if
-// they form a box (an empty drawing's header holds an inverted one); empty
-// when neither gives one.
+// The model-space extents (fx::dxf::ModelSpaceExtents), or when that is
+// empty the header's $EXTMIN/$EXTMAX if they form a box (an empty drawing's
+// header holds an inverted one); empty when neither gives one.
 AcDbExtents DrawingExtents(AcDbDatabase& database);
 
 }  // namespace fx::console

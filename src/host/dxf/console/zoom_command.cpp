@@ -6,6 +6,7 @@
 #include "host/dxf/console/command_runner.h"
 #include "host/dxf/console/drawing_extents.h"
 #include "host/dxf/console/host_commands.h"
+#include "host/dxf/model_space_extents.h"
 #include "host/editor.h"
 
 namespace fx::console {
@@ -25,10 +26,11 @@ void Zoom(AcDbDatabase& database, const AcDbExtents& extents) {
 
 void ZoomExtents(AcDbDatabase& database) {
   AcDbExtents extents;
-  if (ModelSpaceExtents(database, extents) == Acad::eOk && !extents.isEmpty()) {
+  if (fx::dxf::ModelSpaceExtents(database, extents) == Acad::eOk && !extents.isEmpty()) {
     // The editor's zoom to extents brings the header's extents up to date;
-    // later exports read them. A failure leaves the old values: no harm.
-    database.updateExt();
+    // later exports read them. Measured once: what updateExt() would
+    // measure again.
+    fx::dxf::SetHeaderExtents(database, extents);
   } else {
     extents = DrawingExtents(database);
   }
