@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "host/dxf/dxf_file_io.h"
 #include "host/dxf/dxf_readers.h"
 #include "host/dxf/dxf_values.h"
 
@@ -141,6 +142,28 @@ inline const char* FindNewline(const char* from, const char* end) {
   return static_cast<const char*>(std::memchr(p, '\n', static_cast<size_t>(end - p)));
 }
 
+// Whether `value` is a number as most files write them: blanks, a sign, at most 18 digits with
+// one decimal point where `point` allows it, blanks. Every such value reads as a number;
+// anything else is left to the number parsers to decide.
+inline bool IsPlainNumber(std::string_view value, bool point) {
+  const char* p = value.data();
+  const char* const end = p + value.size();
+  while (p < end && (*p == ' ' || *p == '\t')) ++p;
+  if (p < end && (*p == '-' || *p == '+')) ++p;
+  int digits = 0;
+  for (; p < end; ++p) {
+    if (*p >= '0' && *p <= '9') {
+      if (++digits > 18) return false;
+    } else if (*p == '.' && point) {
+      point = false;
+    } else {
+      break;
+    }
+  }
+  while (p < end && (*p == ' ' || *p == '\t')) ++p;
+  return digits > 0 && p == end;
+}
+
 // A code line as most files write it: blanks, 1 to 5 digits, "\r\n" or "\n". Reads the code
 // and its padding and returns the line's newline; null for anything else, which the general
 // path then reads.
@@ -248,7 +271,7 @@ class AsciiTagScanner {
     }
     const auto id = static_cast<RecordId>(records_.size());
     Document::Record& record = records_.emplace_back(Document::ReadRecord(
-        static_cast<uint32_t>(tags_.size()), type, begin, static_cast<int32_t>(line)));
+        static_cast<uint32_t>(tags_.size()), doc_.InternType(type), begin, static_cast<int32_t>(line)));
     if (id > 0) {
       record.prev = id - 1;
       records_[id - 1].next = id;
@@ -276,6 +299,7 @@ class AsciiTagScanner {
     const GroupValueType type = ValueTypeOf(code);
     if (!IsNumeric(type)) return;
     const bool is_double = type == GroupValueType::kDouble;
+    if (IsPlainNumber(value, is_double)) return;
     if (is_double ? ParseDouble(value).has_value() : ParseInt(value).has_value()) return;
     const std::string message = Place(name_, line) + "group code " + std::to_string(code) +
                                 (is_double ? " expects a number" : " expects an integer") +
@@ -310,6 +334,7 @@ bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, Da
   // add to the tags).
   const size_t max_tags = CountLines(body_begin, body_end) / 2 + 1;
   doc.packed_tags_.reserve(max_tags);
+  AdviseHugePages(doc.packed_tags_.data(), max_tags * sizeof(PackedTag));
   // Records are rarer: a file with more than one in eight tags a 0-tag makes the vector grow.
   doc.records_.reserve(max_tags / 8 + 16);
 

@@ -10,6 +10,7 @@
 
 #include "host/dxf/dxf_binary_format.h"
 #include "host/dxf/dxf_caret.h"
+#include "host/dxf/dxf_file_io.h"
 #include "host/dxf/dxf_readers.h"
 #include "host/dxf/dxf_values.h"
 
@@ -264,6 +265,8 @@ bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, D
   doc.records_.reserve(survey.record_count + survey.record_count / 32 + 16);
   doc.values_.SetFile(bytes);
   doc.values_.ReserveDecoded(survey.max_decoded_size);
+  AdviseHugePages(doc.packed_tags_.data(), survey.tag_count * sizeof(PackedTag));
+  AdviseHugePages(doc.values_.decoded_data(), survey.max_decoded_size);
   BinaryCursor cursor(bytes, start, doc.binary_two_byte_codes_);
   RawTag tag;
   for (size_t i = 0; i < survey.tag_count; ++i) {
@@ -282,7 +285,7 @@ bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, D
       doc.prologue_size_ = tag.offset - start;
     }
     Document::Record& record = doc.records_.emplace_back(
-        Document::ReadRecord(static_cast<uint32_t>(i), TrimBlanks(doc.values_.Value(packed)),
+        Document::ReadRecord(static_cast<uint32_t>(i), doc.InternType(TrimBlanks(doc.values_.Value(packed))),
                              static_cast<uint32_t>(tag.offset), static_cast<int32_t>(tag.offset)));
     record.prev = id == 0 ? kNoRecord : id - 1;
   }

@@ -69,6 +69,14 @@ void Document::UpdateFromHeader(DiagnosticSink* sink) {
   }
 }
 
+std::string_view Document::InternType(std::string_view type) {
+  if (type == last_type_) return last_type_;
+  auto found = types_.find(type);
+  if (found == types_.end()) found = types_.insert(arena_.Store(type)).first;
+  last_type_ = *found;
+  return last_type_;
+}
+
 Document::Record Document::ReadRecord(uint32_t first_tag, std::string_view type,
                                       uint32_t original_begin, int32_t source_line) {
   return {.edited_tags = nullptr,
@@ -111,7 +119,7 @@ RecordId Document::NewRecord(TagRange tags) {
                       .original_size = 0,
                       .source_line = 0,
                       .live = true,
-                      .type = TrimBlanks(stored[0].value)});
+                      .type = InternType(TrimBlanks(stored[0].value))});
   return id;
 }
 
@@ -144,7 +152,7 @@ bool Document::ReplaceTags(RecordId id, TagRange tags) {
   record.edited_tags = stored;
   record.tag_count = static_cast<uint32_t>(tags.size());
   record.original_size = 0;
-  record.type = TrimBlanks(stored[0].value);
+  record.type = InternType(TrimBlanks(stored[0].value));
   RefreshAfterEdit(old_type, type(id));
   return true;
 }

@@ -11,6 +11,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "host/dxf/dxf_arena.h"
@@ -138,7 +139,7 @@ class Document {
     uint32_t original_size;
     int32_t source_line;
     bool live;
-    std::string_view type;  // kept here so that walks over the records need not read tags
+    std::string_view type;  // interned: walks over the records need not read their tags
   };
 
   Document(std::string bytes, std::string_view name, Encoding encoding);
@@ -148,6 +149,9 @@ class Document {
   // the block.
   const Tag* StoreTags(TagRange tags);
   RecordId NewRecord(TagRange tags);
+  // The one copy of a record type kept for all records of that type: walks over the records
+  // compare types without reaching into the file's bytes.
+  std::string_view InternType(std::string_view type);
   // A record as read, its tags packed_tags_[first_tag, first_tag + tag_count).
   static Record ReadRecord(uint32_t first_tag, std::string_view type, uint32_t original_begin,
                            int32_t source_line);
@@ -164,6 +168,8 @@ class Document {
   std::vector<PackedTag> packed_tags_;  // as read, each record a contiguous range; never grows
   std::vector<std::unique_ptr<Tag[]>> edited_tags_;  // one block per edited or added record
   std::vector<Record> records_;
+  std::unordered_set<std::string_view> types_;  // interned record types, in arena_
+  std::string_view last_type_;  // records of a type often follow each other
   RecordId first_ = kNoRecord;
   RecordId last_ = kNoRecord;
   size_t live_records_ = 0;

@@ -52,6 +52,7 @@ class TagValues {
   // Decoded text, copied into the decoded buffer. Reserve the buffer first: it must not
   // move once views of it are handed out.
   void ReserveDecoded(size_t size) { decoded_.reserve(size); }
+  const char* decoded_data() const { return decoded_.data(); }
   PackedTag DecodedValue(int code, std::string_view text) {
     const auto offset = static_cast<uint32_t>(file_size_ + decoded_.size());
     decoded_.insert(decoded_.end(), text.begin(), text.end());

@@ -42,7 +42,7 @@ namespace {
 
 std::string_view ValueOf(TagRange tags, int code) {
   for (size_t i = 1; i < tags.size(); ++i)
-    if (tags[i].code == code) return TrimBlanks(tags[i].value);
+    if (tags.code(i) == code) return TrimBlanks(tags[i].value);
   return {};
 }
 
