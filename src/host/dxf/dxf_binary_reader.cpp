@@ -72,14 +72,19 @@ class BinaryCursor {
   }
 
   bool ReadCode(int* code) {
-    std::string_view raw;
-    if (two_byte_codes_) {
-      if (!Take(2, &raw)) return false;
-    } else {
-      if (!Take(1, &raw)) return false;
-      if (static_cast<uint8_t>(raw[0]) == kBinaryCodeEscape && !Take(2, &raw)) return false;
+    if (!two_byte_codes_) {
+      if (pos_ >= bytes_.size()) return false;
+      const auto first = static_cast<uint8_t>(bytes_[pos_]);
+      if (first != kBinaryCodeEscape) {
+        ++pos_;
+        *code = first;
+        return true;
+      }
+      ++pos_;
     }
-    *code = static_cast<int>(LittleEndian(raw));
+    if (bytes_.size() - pos_ < 2) return false;
+    *code = static_cast<uint8_t>(bytes_[pos_]) | static_cast<uint8_t>(bytes_[pos_ + 1]) << 8;
+    pos_ += 2;
     return true;
   }
 

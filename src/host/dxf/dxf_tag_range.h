@@ -9,7 +9,9 @@
 #include <functional>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -31,53 +33,63 @@ static_assert(sizeof(PackedTag) == 8);
 
 // Where the values of packed tags live: offsets below the file's size are bytes of the file,
 // the others bytes of one buffer of decoded values (the text form of binary numbers and
-// chunks, caret-escaped binary strings) that follows the file in the offsets.
+// chunks, caret-escaped binary strings) that follows the file in the offsets. A value that
+// does not fit the packed form (64 KiB or more, or beyond 4 GiB of offsets) is kept whole in
+// a table of long values.
 class TagValues {
  public:
   std::string_view Value(const PackedTag& tag) const {
     if (tag.size == PackedTag::kLongValue) [[unlikely]] return long_values_[tag.offset];
-    const char* base = tag.offset < file_size_ ? file_ : decoded_.data() - file_size_;
+    const char* base = tag.offset < file_size_ ? file_ : decoded_.get() - file_size_;
     return {base + tag.offset, tag.size};
   }
 
   // Filling, while the document is read. The file's bytes must outlive the values.
   void SetFile(std::string_view file) {
     file_ = file.data();
-    file_size_ = static_cast<uint32_t>(file.size());
+    file_size_ = file.size();
   }
   // A view of the file (`value` lies in its bytes) as a packed tag.
   PackedTag FileValue(int code, std::string_view value) {
-    return Packed(code, value, static_cast<uint32_t>(value.data() - file_));
+    return Packed(code, value, static_cast<size_t>(value.data() - file_));
   }
-  // Decoded text, copied into the decoded buffer. Reserve the buffer first: it must not
-  // move once views of it are handed out.
-  void ReserveDecoded(size_t size) { decoded_.reserve(size); }
-  const char* decoded_data() const { return decoded_.data(); }
+  // The decoded buffer, of `capacity` bytes, its pages untouched until filled. Values are
+  // copied into it and never move.
+  void ReserveDecoded(size_t capacity) {
+    decoded_ = std::make_unique_for_overwrite<char[]>(capacity);
+  }
+  const char* decoded_data() const { return decoded_.get(); }
+  // Decoded text as a packed tag; the reserved capacity must hold it.
   PackedTag DecodedValue(int code, std::string_view text) {
-    const auto offset = static_cast<uint32_t>(file_size_ + decoded_.size());
-    decoded_.insert(decoded_.end(), text.begin(), text.end());
-    return Packed(code, {decoded_.data() + decoded_.size() - text.size(), text.size()}, offset);
+    char* copy = decoded_.get() + decoded_size_;
+    std::memcpy(copy, text.data(), text.size());
+    const size_t offset = file_size_ + decoded_size_;
+    decoded_size_ += text.size();
+    return Packed(code, {copy, text.size()}, offset);
   }
   // Whether `text` lies in the decoded buffer.
   bool Contains(std::string_view text) const {
     const std::less_equal<const char*> at_most;
-    return !decoded_.empty() && at_most(decoded_.data(), text.data()) &&
-           at_most(text.data() + text.size(), decoded_.data() + decoded_.size());
+    return decoded_size_ > 0 && at_most(decoded_.get(), text.data()) &&
+           at_most(text.data() + text.size(), decoded_.get() + decoded_size_);
   }
 
  private:
-  PackedTag Packed(int code, std::string_view value, uint32_t offset) {
-    if (value.size() < PackedTag::kLongValue) {
-      return {static_cast<uint16_t>(code), static_cast<uint16_t>(value.size()), offset};
+  PackedTag Packed(int code, std::string_view value, size_t offset) {
+    if (value.size() >= PackedTag::kLongValue || offset > UINT32_MAX) [[unlikely]] {
+      return Long(code, value);
     }
+    return {static_cast<uint16_t>(code), static_cast<uint16_t>(value.size()), static_cast<uint32_t>(offset)};
+  }
+  PackedTag Long(int code, std::string_view value) {
     long_values_.push_back(value);
-    return {static_cast<uint16_t>(code), PackedTag::kLongValue,
-            static_cast<uint32_t>(long_values_.size() - 1)};
+    return {static_cast<uint16_t>(code), PackedTag::kLongValue, static_cast<uint32_t>(long_values_.size() - 1)};
   }
 
   const char* file_ = nullptr;
-  uint32_t file_size_ = 0;
-  std::vector<char> decoded_;
+  size_t file_size_ = 0;
+  std::unique_ptr<char[]> decoded_;
+  size_t decoded_size_ = 0;
   std::vector<std::string_view> long_values_;
 };
 
