@@ -24,23 +24,22 @@ const std::string kSmallPlan = std::string(FX_CONSOLE_TEST_DATA) + "/small_plan.
 
 class CliTest : public ::testing::Test {
  protected:
-  CliTest() { fs::create_directories(folder_ / "drawings"); }
+  CliTest() {
+    fs::create_directories(folder_ / "drawings");
+    fs::copy_file(kSmallPlan, plan_);
+  }
 
   ProgramResult Run(const std::vector<std::string>& args) {
     return RunProgram(kProgram, args, folder_.path().string());
   }
   std::string Path(const char* name) { return (folder_ / "drawings" / name).string(); }
-  // A copy of a drawing in the test's folder.
-  std::string Copy(const std::string& drawing, const char* name) {
-    fs::copy_file(drawing, Path(name));
-    return Path(name);
-  }
   std::string Write(const char* name, const std::string& text) {
     std::ofstream(Path(name), std::ios::binary) << text;
     return Path(name);
   }
 
   fx::testing::TestFolder folder_{"floorxport-cli"};
+  const std::string plan_ = (folder_ / "drawings" / "plan.dxf").string();  // a copy of the small plan
 };
 
 TEST_F(CliTest, HelpAndVersion) {
@@ -63,7 +62,6 @@ TEST_F(CliTest, HelpAndVersion) {
 }
 
 TEST_F(CliTest, WrongUsageExitsWithTwo) {
-  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
   const std::string run_hint = "\nRun \"floorxport run --help\" for usage.\n";
   struct Case {
     std::vector<std::string> args;
@@ -73,16 +71,16 @@ TEST_F(CliTest, WrongUsageExitsWithTwo) {
       {{"frobnicate"},
        "floorxport: unknown command \"frobnicate\"\nRun \"floorxport --help\" for usage.\n"},
       {{"run"}, "floorxport: run needs a DRAWING" + run_hint},
-      {{"run", drawing, "--yes", "--no"}, "floorxport: give either --yes or --no" + run_hint},
-      {{"run", drawing, "-o", Path("out.dxf"), "--save"},
+      {{"run", plan_, "--yes", "--no"}, "floorxport: give either --yes or --no" + run_hint},
+      {{"run", plan_, "-o", Path("out.dxf"), "--save"},
        "floorxport: give either -o or --save" + run_hint},
-      {{"run", drawing, "-o", drawing},
+      {{"run", plan_, "-o", plan_},
        "floorxport: -o names the input drawing; use --save to write over it" + run_hint},
-      {{"run", drawing, "--answer=Continue?=Perhaps"},  // the other faults of --answer: in tests/console
+      {{"run", plan_, "--answer=Continue?=Perhaps"},  // the other faults of --answer: in tests/console
        "floorxport: --answer \"Continue?=Perhaps\": the answer must be Yes, No, OK or Cancel" +
            run_hint},
-      {{"run", drawing, "-x"}, "floorxport: unknown option -x" + run_hint},
-      {{"run", drawing, "-c"}, "floorxport: option -c needs a value" + run_hint},
+      {{"run", plan_, "-x"}, "floorxport: unknown option -x" + run_hint},
+      {{"run", plan_, "-c"}, "floorxport: option -c needs a value" + run_hint},
       {{"info"}, "floorxport: info takes one DRAWING\nRun \"floorxport info --help\" for usage.\n"},
   };
   for (const Case& c : cases) {
@@ -96,16 +94,15 @@ TEST_F(CliTest, WrongUsageExitsWithTwo) {
   EXPECT_TRUE(bare.err.starts_with("Usage: floorxport COMMAND")) << bare.err;
 }
 
-// The whole path: -c lines and a script file (a comment, CR LF line ends, a
-// quoted answer) in order, host commands, the transcript, a copy saved, the
+// The whole path: -c lines and a script file (a byte order mark, a comment,
+// CR LF line ends, a quoted answer) in order, host commands, the transcript, a copy saved, the
 // input untouched, and the copy read back.
 TEST_F(CliTest, ABatchRunSavesACopyAndLeavesTheInput) {
-  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
-  const std::string before = ReadFile(drawing);
-  const std::string script = Write("units.scr", "; set the units to metres\r\nUNITS\r\n\"6\"\r\n");
+  const std::string before = ReadFile(plan_);
+  const std::string script = Write("units.scr", "\xEF\xBB\xBF; set the units to metres\r\nUNITS\r\n\"6\"\r\n");
   const std::string out = Path("out.dxf");
   ProgramResult run =
-      Run({"run", drawing, "-c", "ZOOM E", "-s", script, "-c", "_ZOOM _O 999 102 ", "-o", out});
+      Run({"run", plan_, "-c", "ZOOM E", "-s", script, "-c", "_ZOOM _O 999 102 ", "-o", out});
   EXPECT_EQ(run.exit_status, 0) << run.err;
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(
@@ -116,7 +113,7 @@ TEST_F(CliTest, ABatchRunSavesACopyAndLeavesTheInput) {
       "\nCommand: _ZOOM\nZoom [Extents/Object]: _O"
       "\nSelect objects: 999\nNo object has the handle \"999\"."
       "\nSelect objects: 102\n1 found, 1 total\nSelect objects: \n");
-  EXPECT_EQ(ReadFile(drawing), before);
+  EXPECT_EQ(ReadFile(plan_), before);
 
   ProgramResult info = Run({"info", out});
   EXPECT_EQ(info.exit_status, 0) << info.err;
@@ -131,10 +128,9 @@ TEST_F(CliTest, ABatchRunSavesACopyAndLeavesTheInput) {
 }
 
 TEST_F(CliTest, SaveWritesOverTheInputAndLeavesNoTemporaryFiles) {
-  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
-  ProgramResult run = Run({"run", drawing, "--save", "-c", "UNITS 20"});
+  ProgramResult run = Run({"run", plan_, "--save", "-c", "UNITS 20"});
   EXPECT_EQ(run.exit_status, 0) << run.err;
-  ProgramResult info = Run({"info", drawing});
+  ProgramResult info = Run({"info", plan_});
   EXPECT_NE(info.out.find("\nUnits: 20 (Parsecs)\n"), std::string::npos) << info.out;
   std::vector<std::string> files;
   for (const auto& entry : fs::directory_iterator(folder_ / "drawings")) {
@@ -144,10 +140,9 @@ TEST_F(CliTest, SaveWritesOverTheInputAndLeavesNoTemporaryFiles) {
 }
 
 TEST_F(CliTest, AnUnknownCommandStopsTheRunAndNothingIsSaved) {
-  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
   const std::string out = Path("out.dxf");
   ProgramResult run =
-      Run({"run", drawing, "-c", "UNITS 6", "-c", "FROB 1", "-c", "UNITS 5", "-o", out});
+      Run({"run", plan_, "-c", "UNITS 6", "-c", "FROB 1", "-c", "UNITS 5", "-o", out});
   EXPECT_EQ(run.exit_status, 1);
   EXPECT_EQ(
       run.out,
@@ -160,8 +155,7 @@ TEST_F(CliTest, AnUnknownCommandStopsTheRunAndNothingIsSaved) {
 }
 
 TEST_F(CliTest, RunningOutOfInputCancelsTheCommand) {
-  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
-  ProgramResult run = Run({"run", drawing, "-c", "ZOOM"});
+  ProgramResult run = Run({"run", plan_, "-c", "ZOOM"});
   EXPECT_EQ(run.exit_status, 1);
   EXPECT_EQ(run.out, "\nCommand: ZOOM\nZoom [Extents/Object]: *Cancel*\n");
   EXPECT_EQ(
@@ -170,8 +164,7 @@ TEST_F(CliTest, RunningOutOfInputCancelsTheCommand) {
 }
 
 TEST_F(CliTest, FailuresToReadOrWriteExitWithOne) {
-  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
-  ProgramResult missing_script = Run({"run", drawing, "-s", Path("none.scr")});
+  ProgramResult missing_script = Run({"run", plan_, "-s", Path("none.scr")});
   EXPECT_EQ(missing_script.exit_status, 1);
   EXPECT_EQ(missing_script.err,
             "floorxport: cannot read script " + Path("none.scr") + ": No such file or directory\n");
@@ -183,7 +176,7 @@ TEST_F(CliTest, FailuresToReadOrWriteExitWithOne) {
   EXPECT_EQ(missing_drawing.out, "");
 
   const std::string nowhere = (folder_ / "no" / "such" / "dir" / "out.dxf").string();
-  ProgramResult unwritable = Run({"run", drawing, "-c", "UNITS ", "-o", nowhere});
+  ProgramResult unwritable = Run({"run", plan_, "-c", "UNITS ", "-o", nowhere});
   EXPECT_EQ(unwritable.exit_status, 1);
   EXPECT_TRUE(unwritable.err.starts_with("floorxport: cannot save " + nowhere + ": e"))
       << unwritable.err;
@@ -202,9 +195,8 @@ TEST_F(CliTest, AClosedOutputPipeDoesNotKillTheProgram) {
 // On a terminal without -c or -s, the user types the commands: prompts come
 // first, typed answers are not echoed again, a mistake does not end the run.
 TEST_F(CliTest, OnATerminalTheUserTypesTheCommands) {
-  const std::string drawing = Copy(kSmallPlan, "plan.dxf");
   const std::string out = Path("out.dxf");
-  ProgramResult run = RunInTerminal(kProgram, {"run", drawing, "-o", out}, "UNITS\n6\nFROB\n");
+  ProgramResult run = RunInTerminal(kProgram, {"run", plan_, "-o", out}, "UNITS\n6\nFROB\n");
   EXPECT_EQ(run.exit_status, 0);
   EXPECT_EQ(run.out,
             "UNITS\r\n6\r\nFROB\r\n"  // the terminal echoes what was typed ahead

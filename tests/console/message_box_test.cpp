@@ -55,23 +55,6 @@ TEST(AnswerPolicyTest, SuggestedOptionsReadBackAndAreQuotedForTheShell) {
   EXPECT_EQ(AnswerOption("Don't \"$HOME\"?", MessageButton::kYes), "--answer 'Don'\\''t \"$HOME\"?=Yes'");
 }
 
-// The icons and captions the questions below do not show.
-TEST(MessageBoxTest, FormatNamesIconCaptionAndButtons) {
-  struct Case {
-    const char* text;
-    const char* caption;
-    unsigned type;
-    const char* expected;
-  };
-  const Case cases[] = {
-      {"Delete?", "Room List", MB_OKCANCEL | MB_ICONQUESTION,
-       "\n[Question: Room List] Delete? [OK/Cancel]"},
-      {"Done.", "PlanVault", MB_OK, "\n[PlanVault] Done. [OK]"},
-      {"Failed.", "", MB_OK | MB_ICONERROR, "\n[Error] Failed. [OK]"},
-  };
-  for (const Case& c : cases) EXPECT_EQ(FormatMessageBox(c.text, c.caption, c.type), c.expected);
-}
-
 class MessageBoxConsoleTest : public ConsoleTest {};
 
 TEST_F(MessageBoxConsoleTest, PolicyAnswersAndTranscript) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -58,20 +56,6 @@ TEST(ScriptInputTest, LineAnswersKeepBlanksUnlessQuoted) {
   ASSERT_TRUE(input.Next(TokenEnd::kLineEnd, token));
   EXPECT_EQ(token, "C");
   EXPECT_FALSE(input.Next(TokenEnd::kLineEnd, token));
-}
-
-TEST(ScriptInputTest, ScriptFilesDropCommentsByteOrderMarkAndCarriageReturns) {
-  const std::string path = ::testing::TempDir() + "script_input_test.scr";
-  {
-    std::ofstream file(path, std::ios::binary);
-    file << "\xEF\xBB\xBFZOOM E\r\n; a comment\r\n  ; not a comment\r\n\r\nUNITS 6\r\n";
-  }
-  ScriptInput input;
-  std::string error;
-  ASSERT_TRUE(input.AddFile(path, &error)) << error;
-  EXPECT_EQ(AllTokens(input), (std::vector<std::string>{"ZOOM", "E", "", "", ";", "not", "a",
-                                                        "comment", "", "UNITS", "6"}));
-  std::remove(path.c_str());
 }
 
 // Text inserted (a command sent) comes before the rest of the line, and a

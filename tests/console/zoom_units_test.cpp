@@ -1,8 +1,10 @@
-// The host commands ZOOM and UNITS on a small drawing made for these tests
-// (data/small_plan.dxf: lines from (0,0) to (100,50), a line from (10,10) to
-// (20,30) with handle 102, a circle of radius 10 at (150,40); the active view
-// is centred on (5,5), 10 high and 20 wide). ZOOM typed in a script, and on
-// the sample floor, is run end to end in tests/cli/cli_test.cpp.
+// The host commands ZOOM and UNITS and the system variables (acedGetVar,
+// acedSetVar) on a small drawing made for these tests (data/small_plan.dxf:
+// lines from (0,0) to (100,50), a line from (10,10) to (20,30) with handle
+// 102, a circle of radius 10 at (150,40); the active view is centred on
+// (5,5), 10 high and 20 wide). ZOOM typed in a script, and on the sample
+// floor, is run end to end in tests/cli/cli_test.cpp; the display system of
+// a twisted view, as the export converts it (acedTrans), in tests/export.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -20,6 +22,7 @@ namespace {
 
 const std::string kSmallPlan = std::string(FX_CONSOLE_TEST_DATA) + "/small_plan.dxf";
 
+// The common cases are the ZOOM commands below and in tests/cli; these are the edges.
 TEST(FitViewTest, ShowsTheExtentsWholeWithTheViewsAspectRatio) {
   struct Case {
     View current;
@@ -27,8 +30,6 @@ TEST(FitViewTest, ShowsTheExtentsWholeWithTheViewsAspectRatio) {
     View expected;
   };
   const Case cases[] = {
-      {{{0, 0}, 10, 20}, {{0, 0, 0}, {160, 50, 0}}, {{80, 25}, 80, 160}},  // wide
-      {{{0, 0}, 10, 20}, {{10, 10, 0}, {20, 30, 0}}, {{15, 20}, 20, 40}},  // tall
       {{{0, 0}, 10, 20}, {{5, 5, 0}, {5, 5, 0}}, {{5, 5}, 10, 20}},        // a point
       {{{0, 0}, 0, 0}, {{0, 0, 0}, {4, 2, 0}}, {{2, 1}, 4, 4}},            // no ratio
       {{{0, 0}, 30, 10}, {{-1, -1, 0}, {1, 2, 0}}, {{0, 0.5}, 6, 2}},      // portrait
@@ -108,6 +109,36 @@ TEST_F(HostCommandsTest, HostCommandsNeedADrawing) {
   EXPECT_EQ(Run("ZOOM E"), "\nCommand: ZOOM\nNo drawing is open.\n");
   EXPECT_EQ(runner().problems(),
             std::vector<std::string>{"command ZOOM failed; the rest of the script was skipped"});
+}
+
+resbuf Short(int value) { return {nullptr, RTSHORT, {.rint = static_cast<short>(value)}}; }
+resbuf Real(double value) { return {nullptr, RTREAL, {.rreal = value}}; }
+
+// small_plan.dxf has $INSUNITS 4, $EXTMAX (1, 1, 0), and no $LTSCALE. With
+// CMDECHO 0 a command run with answers shows only the prompt it cancels at.
+TEST_F(HostCommandsTest, DrawingVariablesLiveInTheHeaderAndCmdechoInTheSession) {
+  resbuf value{};
+  EXPECT_EQ(acedGetVar("INSUNITS", &value), RTERROR);  // no drawing yet
+  Open(kSmallPlan);
+  ASSERT_EQ(acedGetVar("insunits", &value), RTNORM);
+  EXPECT_EQ(value.resval.rint, 4);
+  ASSERT_EQ(acedGetVar("EXTMAX", &value), RTNORM);
+  EXPECT_EQ(value.resval.rpoint[1], 1.0);
+  const struct {
+    const char* name;
+    resbuf value;
+    int status;
+  } kSets[] = {
+      {"INSUNITS", Short(6), RTNORM}, {"INSUNITS", Short(21), RTREJ},  {"INSUNITS", Real(5), RTREJ},
+      {"LTSCALE", Real(0), RTREJ},    {"LTSCALE", Real(0.5), RTNORM},  {"EXTMIN", Short(1), RTREJ},
+      {"CMDECHO", Short(2), RTREJ},   {"NOSUCHVAR", Short(1), RTERROR}, {"CMDECHO", Short(0), RTNORM},
+  };
+  for (const auto& c : kSets) EXPECT_EQ(acedSetVar(c.name, &c.value), c.status) << c.name;
+  EXPECT_EQ(database().insunits(), 6);
+  EXPECT_EQ(database().ltscale(), 0.5);
+  EXPECT_EQ(acedCommandS(RTSTR, "_ZOOM", RTSTR, "E", RTNONE), RTNORM);
+  EXPECT_EQ(acedCommandS(RTSTR, "_ZOOM", RTNONE), RTCAN);
+  EXPECT_EQ(terminal_.out, "\nZoom [Extents/Object]: *Cancel*");
 }
 
 }  // namespace

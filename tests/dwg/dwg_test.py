@@ -3,20 +3,15 @@
 
 Usage: dwg_test.py corpus|input FLOORXPORT CORPUS_DIR TEMP_DIR
 
-corpus: converts every DWG of CORPUS_DIR with `floorxport convert` and prints
-  a table (converted or not, version, seconds, what was dropped). Where the
-  corpus has the DXF the CAD program saved from the same DWG, python3-ezdxf
-  compares both: layer on/frozen/locked states must be equal; entity counts
-  per type, attribute values and extended data may differ only where
-  LibreDWG is known to (proxy entities, tables and wipeouts are dropped; a
-  few entities a type, more in R13/R14 blocks); where they do not differ,
-  neither may the SVG exports of both. Every difference is listed.
-input: malformed DWGs fail cleanly (non-zero, nothing written, no temporary
-  folder left), a missing converter says how to install it, and a drawing read
-  from a DWG is never saved over a .dwg (--save, -o X.dwg, Send to).
+corpus: converts every DWG of CORPUS_DIR and prints a table. Where the corpus
+  has the DXF the CAD program saved from the same DWG, ezdxf compares both
+  (entity counts per type, attribute values, extended data, layer states)
+  within what LibreDWG is known to lose; where they agree, so must the SVG
+  exports of both.
+input: malformed DWGs fail cleanly, a missing converter says how to install
+  it, and a drawing read from a DWG is never saved over a .dwg.
 
-Exits 77 (skipped) when node, the converter's package or the corpus is absent,
-non-zero on a failure.
+Exits 77 (skipped) when node, the converter or the corpus is absent.
 """
 
 import logging

@@ -123,6 +123,9 @@ TEST(DatabaseOpenTest, AnErasedLayerGivesItsNameBack) {
   AcDbLayerTableRecord* layer = nullptr;
   ASSERT_EQ(acdbOpenObject(layer, walls, AcDb::kForWrite), Acad::eOk);
   ASSERT_EQ(layer->erase(), Acad::eOk);
+  AcDbObjectId found;  // until the record is closed, only a search for erased ones finds it
+  EXPECT_EQ(layers->getAt("Walls", found), Acad::eKeyNotFound);
+  EXPECT_EQ(layers->getAt("Walls", found, true), Acad::eOk);
   layer->close();
   EXPECT_FALSE(layers->has("Walls"));
   auto* again = new AcDbLayerTableRecord();

@@ -99,6 +99,25 @@ TEST(Edit, RecordsWrittenAnewPadCodesAsTheFileDoes) {
             "  0\nENDSEC\n  0\nEOF\n");
 }
 
+// The same in a CR LF file; and binary DXF takes a 16-bit value signed or
+// unsigned (the same bits).
+TEST(Edit, CrLfCodeLinesAreKeptAndUnsigned16BitValuesGoToBinary) {
+  const std::unique_ptr<Document> doc = ParseOrFail(
+      "  0\r\nSECTION\r\n  2\r\nENTITIES\r\n  0\r\nINSERT\r\n   2\r\nROOMTAG\r\n  70\r\n65535\r\n"
+      "  0\r\nENDSEC\r\n  0\r\nEOF\r\n", "crlf");
+  ASSERT_TRUE(doc);
+  const RecordId id = FindType(*doc, "INSERT");
+  std::vector<Tag> tags(doc->tags(id).begin(), doc->tags(id).end());
+  tags.push_back({8, "Stamps"});
+  ASSERT_TRUE(doc->ReplaceTags(id, tags));
+  std::string written, binary;
+  ASSERT_TRUE(WriteTo(*doc, &written).ok());
+  EXPECT_NE(written.find("  0\r\nINSERT\r\n   2\r\nROOMTAG\r\n  70\r\n65535\r\n  8\r\nStamps\r\n"), std::string::npos)
+      << written;
+  const Status to_binary = WriteTo(*doc, &binary, Encoding::kBinary);
+  EXPECT_TRUE(to_binary.ok()) << to_binary.message();
+}
+
 TEST(Edit, TagsOfTheDocumentItselfCanBePassedBack) {
   const std::unique_ptr<Document> doc = ParseOrFail(TestData("minimal.dxf"), "m");
   ASSERT_TRUE(doc);

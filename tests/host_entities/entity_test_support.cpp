@@ -87,7 +87,6 @@ class RecordingDraw::Geometry : public AcGiWorldGeometry {
                    const AcGeVector3d& start_vector, double sweep_angle, AcGiArcType) override {
     Primitive p = Start(Primitive::kArc);
     p.normal = Model() * normal;
-    p.sweep = sweep_angle;
     AcGeVector3d x = start_vector.normal(), y = normal.normal().crossProduct(x);
     Sample(p, center, x * radius, y * radius, sweep_angle);
     return Add(std::move(p));
@@ -170,7 +169,6 @@ class RecordingDraw::Geometry : public AcGiWorldGeometry {
     Primitive p;
     p.kind = kind;
     p.fill = traits_.fillType();
-    p.color = traits_.color();
     p.model = Model();
     return p;
   }
@@ -204,6 +202,15 @@ size_t RecordingDraw::Count(Primitive::Kind kind) const {
   size_t n = 0;
   for (const Primitive& p : primitives()) n += p.kind == kind;
   return n;
+}
+
+void ExpectBox(const AcDbExtents& box, const AcGePoint3d& min, const AcGePoint3d& max, double tolerance) {
+  const AcGePoint3d corners[][2] = {{box.minPoint(), min}, {box.maxPoint(), max}};
+  for (const auto& [actual, expected] : corners) {
+    EXPECT_NEAR(actual.x, expected.x, tolerance);
+    EXPECT_NEAR(actual.y, expected.y, tolerance);
+    EXPECT_NEAR(actual.z, expected.z, tolerance);
+  }
 }
 
 AcDbExtents BoxOfDrawing(const RecordingDraw& draw) {

@@ -38,12 +38,10 @@ struct Primitive {
   Kind kind = kPolyline;
   std::vector<AcGePoint3d> points;  // world coordinates; arcs and circles: start, middle, end
   AcDbExtents box;                  // circle, arc: the box of 4097 points evenly along it
-  double sweep = 0;                 // arc
   AcGeVector3d normal, direction;
   std::string text;
   AcGiTextStyle style;
   AcGiFillType fill = kAcGiFillNever;
-  uint16_t color = 0;
   AcGeMatrix3d model;  // model-to-world transform when it was drawn
 };
 
@@ -77,6 +75,12 @@ class RecordingDraw : public AcGiWorldDraw {
   std::unique_ptr<Geometry> geometry_;
   double deviation_ = 1e-3;
 };
+
+// Expects `box` to run from `min` to `max`, each coordinate within `tolerance`.
+void ExpectBox(const AcDbExtents& box, const AcGePoint3d& min, const AcGePoint3d& max, double tolerance = 1e-9);
+inline void ExpectBox(const AcDbExtents& box, const AcDbExtents& expected, double tolerance) {
+  ExpectBox(box, expected.minPoint(), expected.maxPoint(), tolerance);
+}
 
 // The box of what was drawn, text and infinite lines left out (arcs and
 // circles by their sampled box, shells by the vertices their faces use), to

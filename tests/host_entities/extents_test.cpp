@@ -1,18 +1,22 @@
-// Extents of single entities, checked against geometry worked out by hand
-// and against what the same entity draws (arcs sampled by the recording
-// sink): two independent routes to the same box. The corpus test compares
-// the common cases with ezdxf; these are the ones it cannot reach.
+// Single entities: their extents, checked against geometry worked out by
+// hand and against what the same entity draws (arcs sampled by the recording
+// sink), two independent routes to the same box; and what they draw where
+// extents cannot tell (invisible parts, hatch fill and pattern). The corpus
+// test compares the common cases with ezdxf; these are the ones it cannot reach.
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <numbers>
 
 #include "entity_test_support.h"
 #include "host/db_entities.h"
 #include "host/dxf/draw_text_box.h"
+#include "host/dxf/entity_support.h"
 
 namespace {
 
+using fx::testing::ExpectBox;
 using fx::testing::Make;
 using fx::testing::Primitive;
 using fx::testing::RecordingDraw;
@@ -22,15 +26,6 @@ AcDbExtents ExtentsOf(const AcDbEntity& entity) {
   AcDbExtents box;
   EXPECT_EQ(entity.getGeomExtents(box), Acad::eOk);
   return box;
-}
-
-void ExpectBox(const AcDbExtents& box, const AcGePoint3d& min, const AcGePoint3d& max, double tolerance = 1e-9) {
-  EXPECT_NEAR(box.minPoint().x, min.x, tolerance);
-  EXPECT_NEAR(box.minPoint().y, min.y, tolerance);
-  EXPECT_NEAR(box.minPoint().z, min.z, tolerance);
-  EXPECT_NEAR(box.maxPoint().x, max.x, tolerance);
-  EXPECT_NEAR(box.maxPoint().y, max.y, tolerance);
-  EXPECT_NEAR(box.maxPoint().z, max.z, tolerance);
 }
 
 // The extents contain what the entity draws and exceed it by no more than
@@ -76,9 +71,11 @@ TEST(EntityExtents, BulgedPolylineInObjectCoordinates) {
   EXPECT_NEAR(area, 40 + 2 * kPi - r * r / 2 * (kPi / 2 - 1), 1e-9);
 }
 
-// TEXT by alignment: the box by the width rule (0.65 x height x width
-// factor per character), and the glyph box of the text it draws (from the
-// baseline's start along its direction, up from it by the normal).
+// TEXT by alignment, in the layout before R13 and in R2018's (where the
+// vertical alignment follows a second subclass marker): the box by the width
+// rule (0.65 x height x width factor per character), and the glyph box of
+// the text it draws (from the baseline's start along its direction, up from
+// it by the normal).
 TEST(EntityExtents, TextBoxesAndDrawnTextFollowAlignment) {
   const double w = 4 * fx::dxf::kAverageAdvance * 2;  // "°RM1" at height 2
   struct Case {
@@ -93,26 +90,34 @@ TEST(EntityExtents, TextBoxesAndDrawnTextFollowAlignment) {
       {"bottom", "72 0\n11 20\n21 10\n31 0\n73 1\n", {20, 10 + 0.6, 0}, {20 + w, 12.6, 0}},
       {"fit", "72 5\n11 30\n21 10\n31 0\n", {10, 10, 0}, {30, 12, 0}},
       {"rotated 90", "50 90\n", {8, 10, 0}, {10, 10 + w, 0}},
-      {"right top rotated 90", "72 2\n73 3\n50 90\n11 20\n21 10\n31 0\n", {20, 10 - w, 0}, {22, 10, 0}},
+      {"right top rotated 90", "72 2\n50 90\n11 20\n21 10\n31 0\n73 3\n", {20, 10 - w, 0}, {22, 10, 0}},
       {"backwards", "71 2\n", {10 - w, 10, 0}, {10, 12, 0}},
       {"upside down", "71 4\n", {10, 8, 0}, {10 + w, 10, 0}},
   };
+  const std::string body = "10 10\n20 10\n30 0\n40 2\n1 %%dRM1\n";
   for (const Case& c : cases) {
-    SCOPED_TRACE(c.name);
-    auto text = Make<AcDbText>(std::string("0 TEXT\n8 0\n10 10\n20 10\n30 0\n40 2\n1 %%dRM1\n") + c.alignment);
-    ExpectBox(ExtentsOf(*text), c.min, c.max);
-    RecordingDraw draw;
-    text->worldDraw(&draw);
-    ASSERT_EQ(draw.Count(Primitive::kText), 1u);
-    const Primitive& p = draw.primitives()[0];
-    EXPECT_EQ(p.text, "\xC2\xB0RM1");
-    const double h = p.style.text_size;
-    const AcGeVector3d along = p.direction.normal() * (fx::dxf::TextAdvance(p.text) * h * p.style.x_scale);
-    const AcGeVector3d up = p.normal.crossProduct(p.direction).normal() * h;
-    AcDbExtents glyphs;
-    for (const AcGePoint3d& corner : {p.points[0], p.points[0] + along, p.points[0] + up, p.points[0] + along + up})
-      glyphs.addPoint(corner);
-    ExpectBox(glyphs, c.min, c.max);
+    for (bool subclassed : {false, true}) {
+      SCOPED_TRACE(std::string(c.name) + (subclassed ? " R2018" : " R12"));
+      const std::string alignment = c.alignment;
+      const size_t vertical = alignment.find("73 ");
+      auto text = Make<AcDbText>(
+          subclassed ? "0 TEXT\n100 AcDbEntity\n8 0\n100 AcDbText\n" + body + alignment.substr(0, vertical) +
+                           "100 AcDbText\n" + (vertical == std::string::npos ? "" : alignment.substr(vertical))
+                     : "0 TEXT\n8 0\n" + body + alignment);
+      ExpectBox(ExtentsOf(*text), c.min, c.max);
+      RecordingDraw draw;
+      text->worldDraw(&draw);
+      ASSERT_EQ(draw.Count(Primitive::kText), 1u);
+      const Primitive& p = draw.primitives()[0];
+      EXPECT_EQ(p.text, "\xC2\xB0RM1");
+      const double h = p.style.text_size;
+      const AcGeVector3d along = p.direction.normal() * (fx::dxf::TextAdvance(p.text) * h * p.style.x_scale);
+      const AcGeVector3d up = p.normal.crossProduct(p.direction).normal() * h;
+      AcDbExtents glyphs;
+      for (const AcGePoint3d& corner : {p.points[0], p.points[0] + along, p.points[0] + up, p.points[0] + along + up})
+        glyphs.addPoint(corner);
+      ExpectBox(glyphs, c.min, c.max);
+    }
   }
 }
 
@@ -157,6 +162,84 @@ TEST(EntityExtents, HatchBoundaryWithArcs) {
       "97 0\n75 0\n76 1\n98 0\n");
   ExpectBox(ExtentsOf(*hatch), {0, 0, 2}, {6, 5, 2}, 1e-12);
   ExpectExtentsMatchDrawing(*hatch, 6);
+}
+
+// ---- What entities draw where their extents cannot tell ----
+
+TEST(EntityDraw, InvisibleAttributesAndDefinitionTags) {
+  auto hidden = Make<AcDbAttribute>("0 ATTRIB\n8 0\n10 0\n20 0\n30 0\n40 1\n1 101\n2 NO\n70 1\n");
+  RecordingDraw draw;
+  EXPECT_TRUE(hidden->worldDraw(&draw));
+  EXPECT_TRUE(draw.primitives().empty());
+  auto definition = Make<AcDbAttributeDefinition>("0 ATTDEF\n8 0\n10 0\n20 0\n30 0\n40 1\n1 101\n3 Number?\n2 NO\n70 0\n");
+  definition->worldDraw(&draw);
+  ASSERT_EQ(draw.Count(Primitive::kText), 1u);
+  EXPECT_EQ(draw.primitives()[0].text, "NO");
+}
+
+TEST(EntityDraw, FaceDrawsItsVisibleEdges) {
+  struct Case {
+    int flags;
+    size_t polylines;
+    size_t points;
+  } cases[] = {{0, 1, 5}, {1, 1, 4}, {5, 2, 4}, {15, 0, 0}};
+  for (const Case& c : cases) {
+    auto face = Make<AcDbFace>("0 3DFACE\n8 0\n10 0\n20 0\n30 0\n11 1\n21 0\n31 0\n12 1\n22 1\n32 0\n13 0\n23 1\n33 0\n70 " +
+                               std::to_string(c.flags) + "\n");
+    RecordingDraw draw;
+    face->worldDraw(&draw);
+    EXPECT_EQ(draw.Count(Primitive::kPolyline), c.polylines) << c.flags;
+    size_t points = 0;
+    for (const Primitive& p : draw.primitives()) points += p.points.size();
+    EXPECT_EQ(points, c.points) << c.flags;
+  }
+}
+
+// A 10 x 10 square with a 2 x 2 hole, solid or hatched with lines `spacing` apart.
+std::unique_ptr<AcDbHatch> SquareHatch(const char* name, int solid, const char* spacing) {
+  char tags[1024];
+  std::snprintf(tags, sizeof tags,
+                "0 HATCH\n100 AcDbEntity\n8 0\n100 AcDbHatch\n10 0\n20 0\n30 0\n210 0\n220 0\n230 1\n2 %s\n70 %d\n"
+                "71 0\n91 2\n92 3\n72 0\n73 1\n93 4\n10 0\n20 0\n10 10\n20 0\n10 10\n20 10\n10 0\n20 10\n97 0\n"
+                "92 2\n72 0\n73 1\n93 4\n10 4\n20 4\n10 6\n20 4\n10 6\n20 6\n10 4\n20 6\n97 0\n"
+                "75 0\n76 1\n52 0\n41 1\n77 0\n78 1\n53 0\n43 0\n44 0.5\n45 0\n46 %s\n79 0\n98 0\n",
+                name, solid, spacing);
+  return Make<AcDbHatch>(tags);
+}
+
+// The sink may take a hatch over; if not, a solid one fills its loops and
+// a patterned one draws its lines clipped by the even-odd rule: y = 0.5,
+// 1.5, ... 9.5, two of them split by the hole, 96 units long in all.
+TEST(EntityDraw, HatchIsOfferedToTheSinkThenFilledOrPatterned) {
+  auto solid = SquareHatch("SOLID", 1, "1");
+  RecordingDraw taken;
+  taken.set_take_hatches(true);
+  solid->worldDraw(&taken);
+  EXPECT_EQ(taken.hatch_hooks(), 1);
+  EXPECT_TRUE(taken.primitives().empty());
+
+  RecordingDraw filled;
+  solid->worldDraw(&filled);
+  ASSERT_EQ(filled.Count(Primitive::kPolygon), 2u);
+  EXPECT_EQ(filled.primitives()[0].fill, kAcGiFillAlways);
+
+  RecordingDraw lines;
+  SquareHatch("LINES", 0, "1")->worldDraw(&lines);
+  EXPECT_EQ(lines.Count(Primitive::kPolyline), 12u);
+  double length = 0;
+  for (const Primitive& p : lines.primitives()) length += p.points[0].distanceTo(p.points[1]);
+  EXPECT_NEAR(length, 96, 1e-9);
+}
+
+TEST(EntityDraw, TooDenseHatchDrawsItsBoundaryAndIsReported) {
+  std::vector<std::string> warnings;
+  fx::dxf::SetDrawWarningHandler([&](const std::string& message) { warnings.push_back(message); });
+  RecordingDraw draw;
+  SquareHatch("DENSE", 0, "0.0001")->worldDraw(&draw);
+  fx::dxf::SetDrawWarningHandler(nullptr);
+  EXPECT_EQ(draw.Count(Primitive::kPolyline), 2u);  // the two loops
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_NE(warnings[0].find("too dense"), std::string::npos);
 }
 
 }  // namespace

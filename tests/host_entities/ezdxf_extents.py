@@ -1,31 +1,22 @@
-"""Extents of the model-space entities of a drawing by ezdxf, for the C++ test
-that compares them with the host's getGeomExtents.
+"""Extents of the model-space entities of a drawing by ezdxf, for the C++
+corpus test that compares them with the host's getGeomExtents.
 
-Usage: ezdxf_extents.py DRAWING            -- one line per entity
-       ezdxf_extents.py DRAWING HANDLE...  -- finer boxes of those entities
+Usage: ezdxf_extents.py DRAWING            -- "HANDLE TYPE BOX" per entity
+       ezdxf_extents.py DRAWING HANDLE...  -- "HANDLE DISTANCE BOX" per handle
 
-Each line of the first form is "HANDLE TYPE BOX", BOX being ezdxf's
-bbox.extents(fast=False) (minimum then maximum corner), left out when the
-entity is not compared: text, whose size ezdxf measures with fonts; types the
-host does not measure; no extents.
-
-ezdxf's precise box is exact for the cubic Bezier curves it turns arcs,
-ellipses and bulges into, not for those curves themselves (up to about 3e-4
-of the radius for a quarter turn); it also counts polyline widths. The
-second form therefore gives, per handle, "HANDLE DISTANCE BOX": the box of
-points on the true centre lines: the entity exploded into ezdxf's lines,
-arcs, ellipses and splines (polylines into lines and arcs, hatches into
-their boundary curves), each flattened with a deviation below DISTANCE
-(relative 1e-7 of the entity's size). That box lies inside the exact box
-and no more than DISTANCE short of it.
+BOX (minimum then maximum corner) is left out for entities not compared
+(text, which ezdxf measures with fonts; types the host does not measure).
+The first form gives bbox.extents(fast=False), exact for the Bezier curves
+ezdxf turns arcs into, not for the arcs, and counting polyline widths. The
+second gives the box of points on the true centre lines, flattened within
+DISTANCE (1e-7 of the entity's size): inside the exact box, at most
+DISTANCE short of it.
 """
 import sys
 
 import ezdxf
 from ezdxf import bbox, disassemble
-from ezdxf.entities import Arc, Ellipse, Line, LWPolyline, Spline
-from ezdxf.entities.boundary_paths import ArcEdge, EllipseEdge, LineEdge, PolylinePath, SplineEdge
-from ezdxf.math import BoundingBox, Vec3
+from ezdxf.math import BoundingBox
 
 TEXT_TYPES = {"TEXT", "MTEXT", "ATTRIB", "ATTDEF"}
 # What the host measures; everything else is skipped (and inside blocks it
@@ -77,56 +68,15 @@ def is_flat_polyline(part):
     return kind == "LWPOLYLINE" or (kind == "POLYLINE" and part.is_2d_polyline)
 
 
-def hatch_curves(hatch):
-    """The boundary of a hatch as ezdxf's virtual lines, arcs, ellipses,
-    splines and polylines (ezdxf has already made its arc edges run
-    counter-clockwise)."""
-    ocs = hatch.ocs()
-    elevation = hatch.dxf.elevation.z
-    extrusion = hatch.dxf.extrusion
-
-    def wcs(point):
-        return ocs.to_wcs(Vec3(point[0], point[1], elevation))
-
-    for path in hatch.paths:
-        if isinstance(path, PolylinePath):
-            polyline = LWPolyline.new(dxfattribs={"elevation": elevation, "extrusion": extrusion})
-            polyline.set_points([(x, y, 0, 0, b) for x, y, b in path.vertices], format="xyseb")
-            polyline.closed = path.is_closed
-            yield polyline
-            continue
-        for edge in path.edges:
-            if isinstance(edge, LineEdge):
-                yield Line.new(dxfattribs={"start": wcs(edge.start), "end": wcs(edge.end)})
-            elif isinstance(edge, ArcEdge):
-                yield Arc.new(dxfattribs={
-                    "center": Vec3(edge.center.x, edge.center.y, elevation), "radius": edge.radius,
-                    "start_angle": edge.start_angle, "end_angle": edge.end_angle, "extrusion": extrusion})
-            elif isinstance(edge, EllipseEdge):
-                yield Ellipse.new(dxfattribs={
-                    "center": wcs(edge.center), "major_axis": ocs.to_wcs(Vec3(edge.major_axis)),
-                    "ratio": edge.ratio, "start_param": edge.start_param, "end_param": edge.end_param,
-                    "extrusion": extrusion})
-            elif isinstance(edge, SplineEdge):
-                spline = Spline.new(dxfattribs={"degree": edge.degree})
-                spline.control_points = [wcs(p) for p in edge.control_points]
-                spline.fit_points = [wcs(p) for p in edge.fit_points]
-                spline.knots = edge.knot_values
-                if edge.rational:
-                    spline.weights = edge.weights
-                yield spline
-
-
 def exploded(entity):
-    """The entity as ezdxf's simple curves: flat polylines split into lines
-    and arcs, hatches into their boundary curves."""
+    """The entity as ezdxf's simple curves, flat polylines split into lines
+    and arcs. (No hatch of the compared drawings needs a finer box: ezdxf
+    would measure its boundary's Bezier approximation.)"""
     todo = list(disassemble.recursive_decompose([entity]))
     while todo:
         part = todo.pop()
         if is_flat_polyline(part):
             todo.extend(part.virtual_entities())
-        elif part.dxftype() == "HATCH":
-            todo.extend(hatch_curves(part))
         else:
             yield part
 

@@ -16,12 +16,6 @@ using fx::testing::Make;
 
 constexpr double kPi = std::numbers::pi;
 
-void ExpectPoint(const AcGePoint3d& actual, const AcGePoint3d& expected) {
-  EXPECT_NEAR(actual.x, expected.x, 1e-9);
-  EXPECT_NEAR(actual.y, expected.y, 1e-9);
-  EXPECT_NEAR(actual.z, expected.z, 1e-9);
-}
-
 // The corners of the glyph box as the host lays the text out: the start of
 // the baseline, its end, and the two above them (sheared by the obliquing).
 std::array<AcGePoint3d, 4> Corners(const AcDbText& text) {
@@ -61,7 +55,8 @@ TEST(TextTransform, TheGlyphBoxFollowsTheTransform) {
       const bool upside_down = text->isMirroredInY();
       ASSERT_EQ(text->transformBy(transform), Acad::eOk);
       const std::array<AcGePoint3d, 4> after = Corners(*text);
-      for (size_t i = 0; i < before.size(); ++i) ExpectPoint(after[i], transform * before[i]);
+      for (size_t i = 0; i < before.size(); ++i)
+        EXPECT_TRUE(after[i].isEqualTo(transform * before[i], AcGeTol(1e-9, 1e-9))) << "corner " << i;
       EXPECT_EQ(text->isMirroredInY(), upside_down);
     }
   }

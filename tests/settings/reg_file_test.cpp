@@ -138,11 +138,13 @@ TEST(RegFileReader, ImportFormsDeleteWhatCameBefore) {
       ParseClean(RegText("[HKEY_CURRENT_USER\\A]\r\n\"keep\"=\"1\"\r\n\"drop\"=\"2\"\r\n"
                          "[HKEY_CURRENT_USER\\A\\Sub]\r\n\"x\"=\"3\"\r\n"
                          "[HKEY_CURRENT_USER\\AB]\r\n\"y\"=\"4\"\r\n"
+                         "[HKEY_CURRENT_USER\\A\\Subway]\r\n\"z\"=\"5\"\r\n"
                          "[hkey_current_user\\a]\r\n\"DROP\"=-\r\n"
                          "[-HKEY_CURRENT_USER\\A\\Sub]\r\n"));
   RegFile expected;
   expected.FindOrAddKey("HKEY_CURRENT_USER\\A").Set(String("keep", "1"));
   expected.FindOrAddKey("HKEY_CURRENT_USER\\AB").Set(String("y", "4"));
+  expected.FindOrAddKey("HKEY_CURRENT_USER\\A\\Subway").Set(String("z", "5"));  // not below A\Sub
   EXPECT_EQ(Describe(file), Describe(expected));
   EXPECT_TRUE(file.HasKeyOrSubkey("HKEY_CURRENT_USER"));
   EXPECT_FALSE(file.HasKeyOrSubkey("HKEY_CURRENT_USER\\A\\Sub"));

@@ -1,7 +1,7 @@
-// The five settings operations over the settings file: defaults, kinds,
-// limits, sections, unknown content kept, the mirror of the duplicate-name
-// flag. The exact text of each kind is checked through the settings
-// command, in settings_command_test.cpp.
+// The five settings operations over the settings file: where it is,
+// defaults, kinds, limits, sections, unknown content kept, the mirror of the
+// duplicate-name flag. The exact text of each kind is checked through the
+// settings command, in settings_command_test.cpp.
 #include "settings/settings.h"
 
 #include <gtest/gtest.h>
@@ -9,11 +9,13 @@
 #include "settings/duplicate_names_flag.h"
 #include "settings/known_settings.h"
 #include "settings/reg_file_reader.h"
+#include "settings/settings_path.h"
 #include "settings_test_support.h"
 
 namespace fx::settings {
 namespace {
 
+using fx::cli_test::ScopedEnvironmentVariable;
 using testing::ReadFile;
 using testing::RegText;
 using testing::TextOfFile;
@@ -153,6 +155,29 @@ TEST_F(SettingsTest, TheDuplicateNameFlagMirrorsTheValue) {
   EXPECT_FALSE(AutoResolveDuplicateNames());
   EXPECT_EQ(GetSettingInt(kAutomaticallyResolveDuplicateNames, 9, 0), 1);
   SetAutoResolveDuplicateNamesFlag(true);
+}
+
+// Where the settings file is: the override, the environment, the defaults.
+TEST(SettingsPathTest, FollowsTheOverrideTheVariableThenTheConfigDirectory) {
+  SetSettingsFilePath("");
+  ScopedEnvironmentVariable variable("FLOORXPORT_SETTINGS", nullptr), home("HOME", "/home/planner");
+  const std::string in_home = "/home/planner/.config/PlanVault/VantoryApp.reg";
+  {
+    ScopedEnvironmentVariable config("XDG_CONFIG_HOME", nullptr);
+    EXPECT_EQ(SettingsFilePath(), in_home);
+  }
+  for (const char* ignored : {"", "relative/config"}) {  // a relative one too, as the XDG rules ask
+    ScopedEnvironmentVariable config("XDG_CONFIG_HOME", ignored);
+    EXPECT_EQ(SettingsFilePath(), in_home) << ignored;
+  }
+  ScopedEnvironmentVariable config("XDG_CONFIG_HOME", "/srv/config");
+  EXPECT_EQ(SettingsFilePath(), "/srv/config/PlanVault/VantoryApp.reg");
+  ScopedEnvironmentVariable site("FLOORXPORT_SETTINGS", "/etc/floorxport/site.reg");
+  EXPECT_EQ(SettingsFilePath(), "/etc/floorxport/site.reg");
+  SetSettingsFilePath("/tmp/run.reg");
+  EXPECT_EQ(SettingsFilePath(), "/tmp/run.reg");
+  SetSettingsFilePath("");
+  EXPECT_EQ(SettingsFilePath(), "/etc/floorxport/site.reg");
 }
 
 }  // namespace
