@@ -132,6 +132,34 @@ TEST(Edit, TagsOfTheDocumentItselfCanBePassedBack) {
   EXPECT_EQ(doc->tags(text)[1].value.data(), stored.data());  // already the document's: not copied
 }
 
+// A value of 64 KiB or more is kept apart from the packed tags: it must read whole in both
+// encodings, leave the tags after it in place, and survive an edit.
+TEST(Edit, ValuesOf64KiBAndMoreReadWriteAndEditWhole) {
+  const std::string long_value = std::string(70000, 'a') + "b";
+  const std::string original = "0\nSECTION\n2\nENTITIES\n0\nTEXT\n8\n0\n1\n" + long_value +
+                               "\n40\n2.5\n0\nENDSEC\n0\nEOF\n";
+  const std::unique_ptr<Document> ascii = ParseOrFail(original, "long.dxf");
+  ASSERT_TRUE(ascii);
+  std::string binary;
+  ASSERT_TRUE(WriteTo(*ascii, &binary, Encoding::kBinary).ok());
+  const std::unique_ptr<Document> from_binary = ParseOrFail(binary, "long-binary.dxf");
+  ASSERT_TRUE(from_binary);
+  for (Document* doc : {ascii.get(), from_binary.get()}) {
+    const RecordId text = FindType(*doc, "TEXT");
+    ASSERT_NE(text, kNoRecord);
+    ASSERT_EQ(doc->tags(text).size(), 4u);
+    EXPECT_EQ(doc->tags(text)[2].value, long_value);
+    EXPECT_EQ(doc->tags(text)[3].value, "2.5");
+    ASSERT_TRUE(doc->ReplaceTags(text, doc->tags(text)));
+    EXPECT_EQ(doc->tags(text)[2].value, long_value);
+  }
+  std::string written;
+  ASSERT_TRUE(WriteTo(*ascii, &written).ok());
+  const std::unique_ptr<Document> reread = ParseOrFail(written, "written");
+  ASSERT_TRUE(reread);
+  EXPECT_EQ(reread->tags(FindType(*reread, "TEXT"))[2].value, long_value);
+}
+
 TEST(Edit, InvalidEditsChangeNothing) {
   const std::unique_ptr<Document> doc = ParseOrFail(TestData("minimal.dxf"), "m");
   ASSERT_TRUE(doc);

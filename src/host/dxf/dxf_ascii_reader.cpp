@@ -3,10 +3,12 @@
 // read as numbers, since broken numbers would turn into broken geometry further up.
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
 
+#include "host/dxf/dxf_file_io.h"
 #include "host/dxf/dxf_readers.h"
 #include "host/dxf/dxf_values.h"
 
@@ -72,13 +74,6 @@ bool OnlyWhitespace(const char* begin, const char* end) {
   return true;
 }
 
-// Start of the line that ends just before `line_end` (a newline's position).
-const char* LineStart(const char* line_end, const char* body_begin) {
-  const char* p = line_end;
-  while (p > body_begin && p[-1] != '\n') --p;
-  return p;
-}
-
 // How many code lines of each width (1 to 5 digits) have how many leading blanks (0 to 7).
 using CodeBlankCounts = std::array<std::array<uint32_t, 8>, AsciiStyle::kWidths>;
 
@@ -130,28 +125,100 @@ struct ScanResult {
   int64_t end_line = 0;  // the line after the last tag read
 };
 
-// The tag loop: appends one Tag per code/value line pair until the EOF record, the end of
-// the bytes, or a run of blank lines reaching the end.
-class TagScanner {
+// The first '\n' in [from, end), or null. Lines are short: a word at a time finds most line
+// ends before a memchr call would start.
+inline const char* FindNewline(const char* from, const char* end) {
+  constexpr uint64_t kNewlines = 0x0A0A0A0A0A0A0A0AULL;
+  constexpr uint64_t kLow7 = 0x7F7F7F7F7F7F7F7FULL;
+  const char* p = from;
+  for (int words = 0; words < 4 && end - p >= 8; ++words, p += 8) {
+    uint64_t word;
+    std::memcpy(&word, p, sizeof word);
+    const uint64_t x = word ^ kNewlines;
+    // High bit set exactly in the bytes that are '\n'.
+    const uint64_t found = ~(((x & kLow7) + kLow7) | x | kLow7);
+    if (found != 0) return p + std::countr_zero(found) / 8;
+  }
+  return static_cast<const char*>(std::memchr(p, '\n', static_cast<size_t>(end - p)));
+}
+
+// Whether `value` is a number as most files write them: blanks, a sign, at most 18 digits with
+// one decimal point where `point` allows it, blanks. Every such value reads as a number;
+// anything else is left to the number parsers to decide.
+inline bool IsPlainNumber(std::string_view value, bool point) {
+  const char* p = value.data();
+  const char* const end = p + value.size();
+  while (p < end && (*p == ' ' || *p == '\t')) ++p;
+  if (p < end && (*p == '-' || *p == '+')) ++p;
+  int digits = 0;
+  for (; p < end; ++p) {
+    if (*p >= '0' && *p <= '9') {
+      if (++digits > 18) return false;
+    } else if (*p == '.' && point) {
+      point = false;
+    } else {
+      break;
+    }
+  }
+  while (p < end && (*p == ' ' || *p == '\t')) ++p;
+  return digits > 0 && p == end;
+}
+
+// A code line as most files write it: blanks, 1 to 5 digits, "\r\n" or "\n". Reads the code
+// and its padding and returns the line's newline; null for anything else, which the general
+// path then reads.
+inline const char* ReadPlainCodeLine(const char* p, const char* end, int* code, size_t* blanks,
+                                     size_t* digits) {
+  const char* q = p;
+  while (q < end && *q == ' ') ++q;
+  const char* const first_digit = q;
+  int value = 0;
+  while (q < end && *q >= '0' && *q <= '9' && q - first_digit < 5) value = value * 10 + (*q++ - '0');
+  if (q == first_digit || value > 32767) return nullptr;
+  *digits = static_cast<size_t>(q - first_digit);
+  if (q < end && *q == '\r') ++q;
+  if (q >= end || *q != '\n') return nullptr;
+  *code = value;
+  *blanks = static_cast<size_t>(first_digit - p);
+  return q;
+}
+
+}  // namespace
+
+// The tag loop: packs one tag per code/value line pair and opens a record at each 0-tag,
+// until the EOF record, the end of the bytes, or a run of blank lines reaching the end. The
+// tag and record vectors are reserved by the caller, so nothing moves while they fill.
+class AsciiTagScanner {
  public:
-  TagScanner(std::string_view name, const char* begin, const char* end, std::vector<Tag>* tags,
-             DiagnosticSink* sink, DamagedFile damaged)
-      : name_(name), begin_(begin), end_(end), tags_(*tags), sink_(sink), damaged_(damaged) {}
+  AsciiTagScanner(Document& doc, const char* begin, const char* end, DiagnosticSink* sink,
+             DamagedFile damaged, std::vector<PackedTag>& tags, std::vector<Document::Record>& records,
+             TagValues& values)
+      : doc_(doc), name_(doc.name()), begin_(begin), end_(end), sink_(sink), damaged_(damaged),
+        tags_(tags), records_(records), values_(values) {}
 
   bool Run(ScanResult* result, LoadError* error) {
     const char* p = begin_;
     int64_t line = 1;  // of the code line at p
     while (p < end_) {
-      const char* code_newline = Find('\n', p);
-      const std::string_view code_line =
-          WithoutCarriageReturn(p, code_newline != nullptr ? code_newline : end_);
       int code = 0;
-      if (!ParseGroupCode(code_line, &code)) {
-        if (OnlyWhitespace(p, end_)) break;  // blank lines at the end are tolerated
-        if (result->record_count == 0) return NotDxf(line, error);
-        return Fail(line, "invalid group code '" + QuoteForMessage(code_line) + "'", error);
+      size_t blanks = 0;
+      size_t digits = 0;
+      const char* code_newline = ReadPlainCodeLine(p, end_, &code, &blanks, &digits);
+      if (code_newline != nullptr) {
+        if (digits <= result->code_blanks.size() && blanks < result->code_blanks[0].size()) {
+          ++result->code_blanks[digits - 1][blanks];
+        }
+      } else {
+        code_newline = FindNewline(p, end_);
+        const std::string_view code_line =
+            WithoutCarriageReturn(p, code_newline != nullptr ? code_newline : end_);
+        if (!ParseGroupCode(code_line, &code)) {
+          if (OnlyWhitespace(p, end_)) break;  // blank lines at the end are tolerated
+          if (result->record_count == 0) return NotDxf(line, error);
+          return Fail(line, "invalid group code '" + QuoteForMessage(code_line) + "'", error);
+        }
+        CountBlanks(code_line, &result->code_blanks);
       }
-      CountBlanks(code_line, &result->code_blanks);
       if (code_newline == nullptr || code_newline + 1 == end_) {
         const std::string what = "unexpected end of file: group code " + std::to_string(code) + " has no value line";
         if (damaged_ == DamagedFile::kRefuse || result->record_count == 0) return Fail(line, what, error);
@@ -160,45 +227,61 @@ class TagScanner {
         break;
       }
       const char* value_begin = code_newline + 1;
-      const char* value_newline = Find('\n', value_begin);
+      const char* value_newline = FindNewline(value_begin, end_);
       const std::string_view value =
           WithoutCarriageReturn(value_begin, value_newline != nullptr ? value_newline : end_);
-      tags_.push_back({code, value});
-      p = value_newline != nullptr ? value_newline + 1 : end_;
       if (code == 0) {
         const std::string_view type = TrimBlanks(value);
         if (result->record_count == 0 && type != "SECTION") return NotDxf(line, error);
+        OpenRecord(p, type, line);
         ++result->record_count;
-        if (type == "EOF") {
-          result->saw_eof = true;
-          line += 2;
-          break;
-        }
       } else if (result->record_count == 0 && code != 999) {
         return NotDxf(line, error);
       } else {
         CheckNumber(code, value, line + 1);
       }
+      tags_.push_back(values_.FileValue(code, value));
+      p = value_newline != nullptr ? value_newline + 1 : end_;
       line += 2;
+      if (code == 0 && records_.back().type == "EOF") {
+        result->saw_eof = true;
+        break;
+      }
     }
     if (result->record_count == 0) return NotDxf(line, error);
     if (!first_number_error_.empty()) {
       error->message = first_number_error_;
       return false;
     }
+    CloseRecord(p);
     result->tail = p;
     result->end_line = line;
     return true;
   }
 
  private:
-  // Lines are short: a plain loop finds most line ends before a memchr call would start.
-  const char* Find(char c, const char* from) const {
-    const char* const near_end = end_ - from > 32 ? from + 32 : end_;
-    for (const char* p = from; p < near_end; ++p)
-      if (*p == c) return p;
-    return near_end == end_ ? nullptr
-                            : static_cast<const char*>(std::memchr(near_end, c, static_cast<size_t>(end_ - near_end)));
+  // A record starts at its 0-tag's code line, and ends where the next one starts.
+  void OpenRecord(const char* code_line, std::string_view type, int64_t line) {
+    const auto begin = static_cast<uint32_t>(code_line - doc_.bytes_.data());
+    if (records_.empty()) {
+      doc_.prologue_tag_count_ = tags_.size();
+      doc_.prologue_size_ = static_cast<size_t>(code_line - begin_);
+    } else {
+      CloseRecord(code_line);
+    }
+    const auto id = static_cast<RecordId>(records_.size());
+    Document::Record& record = records_.emplace_back(Document::ReadRecord(
+        static_cast<uint32_t>(tags_.size()), doc_.InternType(type), begin, static_cast<int32_t>(line)));
+    if (id > 0) {
+      record.prev = id - 1;
+      records_[id - 1].next = id;
+    }
+  }
+
+  void CloseRecord(const char* end) {
+    Document::Record& record = records_.back();
+    record.tag_count = static_cast<uint32_t>(tags_.size() - record.first_tag);
+    record.original_size = static_cast<uint32_t>(end - doc_.bytes_.data()) - record.original_begin;
   }
 
   bool Fail(int64_t line, const std::string& what, LoadError* error) const {
@@ -216,6 +299,7 @@ class TagScanner {
     const GroupValueType type = ValueTypeOf(code);
     if (!IsNumeric(type)) return;
     const bool is_double = type == GroupValueType::kDouble;
+    if (IsPlainNumber(value, is_double)) return;
     if (is_double ? ParseDouble(value).has_value() : ParseInt(value).has_value()) return;
     const std::string message = Place(name_, line) + "group code " + std::to_string(code) +
                                 (is_double ? " expects a number" : " expects an integer") +
@@ -226,73 +310,45 @@ class TagScanner {
     }
   }
 
+  Document& doc_;
   std::string_view name_;
   const char* begin_;
   const char* end_;
-  std::vector<Tag>& tags_;
   DiagnosticSink* sink_;
   DamagedFile damaged_;
+  std::vector<PackedTag>& tags_;
+  std::vector<Document::Record>& records_;
+  TagValues& values_;
   std::string first_number_error_;
   int number_errors_ = 0;
 };
-
-}  // namespace
 
 bool AsciiReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, DamagedFile damaged) {
   const std::string_view bytes = doc.bytes_;
   doc.head_size_ = bytes.starts_with(kUtf8ByteOrderMark) ? kUtf8ByteOrderMark.size() : 0;
   const char* const body_begin = bytes.data() + doc.head_size_;
   const char* const body_end = bytes.data() + bytes.size();
+  doc.values_.SetFile(bytes);
 
-  // Every tag is two lines; reserve once (edits never add to this vector).
+  // Every tag is two lines: reserve once, so that no tag moves while filling (edits never
+  // add to the tags).
   const size_t max_tags = CountLines(body_begin, body_end) / 2 + 1;
-  doc.tags_.reserve(max_tags);
+  doc.packed_tags_.reserve(max_tags);
+  AdviseHugePages(doc.packed_tags_.data(), max_tags * sizeof(PackedTag));
+  // Records are rarer: a file with more than one in eight tags a 0-tag makes the vector grow.
+  doc.records_.reserve(max_tags / 8 + 16);
 
   ScanResult scan;
-  if (!TagScanner(doc.name(), body_begin, body_end, &doc.tags_, sink, damaged).Run(&scan, error)) {
-    return false;
-  }
+  AsciiTagScanner scanner(doc, body_begin, body_end, sink, damaged, doc.packed_tags_, doc.records_, doc.values_);
+  if (!scanner.Run(&scan, error)) return false;
   if (!scan.saw_eof && sink != nullptr) {
     sink->Report(Severity::kWarning,
                  Place(doc.name(), scan.end_line) + "missing EOF record at end of file");
   }
-
-  // Records from the 0-tags. A record's bytes run from its 0-tag's code line to the next
-  // record's; a 0-tag's code line is the line before its value.
-  const std::vector<Tag>& tags = doc.tags_;
-  size_t first_record_tag = 0;
-  while (tags[first_record_tag].code != 0) ++first_record_tag;
-  doc.prologue_tag_count_ = first_record_tag;
-  doc.records_.reserve(scan.record_count + scan.record_count / 32 + 16);
-  const auto byte_offset = [&](const char* p) { return static_cast<uint32_t>(p - bytes.data()); };
-  for (size_t i = first_record_tag; i < tags.size(); ++i) {
-    if (tags[i].code != 0) continue;
-    const char* code_line = LineStart(tags[i].value.data() - 1, body_begin);
-    if (!doc.records_.empty()) {
-      Document::Record& previous = doc.records_.back();
-      previous.tag_count = static_cast<uint32_t>(&tags[i] - previous.tags);
-      previous.original_size = byte_offset(code_line) - previous.original_begin;
-    } else {
-      doc.prologue_size_ = static_cast<size_t>(code_line - body_begin);
-    }
-    const auto id = static_cast<RecordId>(doc.records_.size());
-    doc.records_.push_back({.tags = &tags[i],
-                            .tag_count = 0,
-                            .next = kNoRecord,
-                            .prev = id == 0 ? kNoRecord : id - 1,
-                            .original_begin = byte_offset(code_line),
-                            .original_size = 0,
-                            .source_line = static_cast<int32_t>(2 * i + 1),
-                            .live = true});
-    if (id > 0) doc.records_[id - 1].next = id;
-  }
-  Document::Record& last = doc.records_.back();
-  last.tag_count = static_cast<uint32_t>(tags.data() + tags.size() - last.tags);
-  last.original_size = byte_offset(scan.tail) - last.original_begin;
   doc.first_ = 0;
   doc.last_ = static_cast<RecordId>(doc.records_.size() - 1);
   doc.live_records_ = doc.records_.size();
-  doc.tail_begin_ = scan.cut_off ? bytes.size() : byte_offset(scan.tail);
+  doc.tail_begin_ = scan.cut_off ? bytes.size() : static_cast<size_t>(scan.tail - bytes.data());
 
   const char* first_newline =
       static_cast<const char*>(std::memchr(body_begin, '\n', bytes.size() - doc.head_size_));

@@ -1,8 +1,8 @@
 // Binary DXF: the sentinel, then tags as a group code (one byte before R13, with 255
 // escaping to a two-byte code; two bytes from R13 on; little-endian) and a value whose form
 // follows the code's type. Values are turned into their ASCII text form here so that the rest
-// of the program sees one model; strings without control characters or carets stay views
-// into the file's bytes.
+// of the program sees one model; strings without control characters or carets, and handles,
+// stay views into the file's bytes.
 #include <bit>
 #include <charconv>
 #include <cstdint>
@@ -10,6 +10,7 @@
 
 #include "host/dxf/dxf_binary_format.h"
 #include "host/dxf/dxf_caret.h"
+#include "host/dxf/dxf_file_io.h"
 #include "host/dxf/dxf_readers.h"
 #include "host/dxf/dxf_values.h"
 
@@ -71,14 +72,19 @@ class BinaryCursor {
   }
 
   bool ReadCode(int* code) {
-    std::string_view raw;
-    if (two_byte_codes_) {
-      if (!Take(2, &raw)) return false;
-    } else {
-      if (!Take(1, &raw)) return false;
-      if (static_cast<uint8_t>(raw[0]) == kBinaryCodeEscape && !Take(2, &raw)) return false;
+    if (!two_byte_codes_) {
+      if (pos_ >= bytes_.size()) return false;
+      const auto first = static_cast<uint8_t>(bytes_[pos_]);
+      if (first != kBinaryCodeEscape) {
+        ++pos_;
+        *code = first;
+        return true;
+      }
+      ++pos_;
     }
-    *code = static_cast<int>(LittleEndian(raw));
+    if (bytes_.size() - pos_ < 2) return false;
+    *code = static_cast<uint8_t>(bytes_[pos_]) | static_cast<uint8_t>(bytes_[pos_ + 1]) << 8;
+    pos_ += 2;
     return true;
   }
 
@@ -119,7 +125,7 @@ class BinaryCursor {
   bool cut_off_ = false;
 };
 
-std::string_view HexText(std::string_view bytes, Arena& arena) {
+std::string HexText(std::string_view bytes) {
   static constexpr char kHex[] = "0123456789ABCDEF";
   std::string hex;
   hex.reserve(bytes.size() * 2);
@@ -127,23 +133,45 @@ std::string_view HexText(std::string_view bytes, Arena& arena) {
     hex.push_back(kHex[static_cast<uint8_t>(c) >> 4]);
     hex.push_back(kHex[static_cast<uint8_t>(c) & 0xF]);
   }
-  return arena.Store(hex);
+  return hex;
 }
 
-// The text form of a binary value, in `arena` unless it is a string of the file itself.
-std::string_view ValueText(const RawTag& tag, Arena& arena) {
+// At most how many bytes a value's text form takes in the decoded buffer.
+size_t MaxDecodedSize(const RawTag& tag) {
   switch (tag.type) {
     case GroupValueType::kString:
-      return NeedsCaretEncoding(tag.raw) ? arena.Store(CaretEncode(tag.raw)) : tag.raw;
+    case GroupValueType::kBinaryChunk:
+      return 2 * tag.raw.size();  // a caret escape or two hex digits a byte
     case GroupValueType::kHandle:
     case GroupValueType::kUnknown:
-      return tag.raw;
+      return 0;
+    case GroupValueType::kDouble:
+      return kMaxFormattedDoubleSize;
+    case GroupValueType::kInt16:
+    case GroupValueType::kInt32:
+    case GroupValueType::kInt64:
+    case GroupValueType::kBool:
+      return 24;
+  }
+  return 0;
+}
+
+// The tag with its value's text form: a view of the file for strings that need no escapes
+// and for handles, else text decoded into `values`' decoded buffer.
+PackedTag PackValue(const RawTag& tag, TagValues& values) {
+  switch (tag.type) {
+    case GroupValueType::kString:
+      if (NeedsCaretEncoding(tag.raw)) return values.DecodedValue(tag.code, CaretEncode(tag.raw));
+      return values.FileValue(tag.code, tag.raw);
+    case GroupValueType::kHandle:
+    case GroupValueType::kUnknown:
+      return values.FileValue(tag.code, tag.raw);
     case GroupValueType::kBinaryChunk:
-      return HexText(tag.raw, arena);
+      return values.DecodedValue(tag.code, HexText(tag.raw));
     case GroupValueType::kDouble: {
       char text[kMaxFormattedDoubleSize];
       const size_t size = FormatDoubleTo(std::bit_cast<double>(LittleEndian(tag.raw)), text);
-      return arena.Store(std::string_view(text, size));
+      return values.DecodedValue(tag.code, std::string_view(text, size));
     }
     case GroupValueType::kInt16:
     case GroupValueType::kInt32:
@@ -159,7 +187,7 @@ std::string_view ValueText(const RawTag& tag, Arena& arena) {
   char text[24];
   const auto [end, ec] = std::to_chars(text, text + sizeof text, value);
   (void)ec;  // 24 characters hold every int64
-  return arena.Store(std::string_view(text, static_cast<size_t>(end - text)));
+  return values.DecodedValue(tag.code, std::string_view(text, static_cast<size_t>(end - text)));
 }
 
 // A file opens with 0/SECTION or a 999 comment. With two-byte codes those read 00 00 "SECTION"
@@ -171,6 +199,7 @@ bool HasTwoByteCodes(std::string_view body) {
 struct Survey {
   size_t tag_count = 0;
   size_t record_count = 0;
+  size_t max_decoded_size = 0;  // of the values' text forms
   size_t tail_begin = 0;
   size_t records_end = 0;  // equals tail_begin unless an incomplete last tag was dropped
   bool saw_eof = false;
@@ -198,6 +227,7 @@ bool SurveyTags(std::string_view bytes, size_t start, bool two_byte_codes, Damag
       return true;
     }
     ++survey->tag_count;
+    survey->max_decoded_size += MaxDecodedSize(tag);
     const bool opens_file = tag.code == 999 || (tag.code == 0 && tag.raw == "SECTION");
     if (survey->record_count == 0 && !opens_file) return not_dxf(tag.offset);
     if (tag.code != 0) continue;
@@ -234,37 +264,38 @@ bool BinaryReader::Read(Document& doc, LoadError* error, DiagnosticSink* sink, D
                                          "missing EOF record at end of file");
   }
 
-  // Exactly: records point into the vector, which must not move, and edits never add to it.
-  doc.tags_.reserve(survey.tag_count);
+  // Exactly, and the decoded values at most, so that nothing moves while filling; edits
+  // never add to the tags.
+  doc.packed_tags_.reserve(survey.tag_count);
   doc.records_.reserve(survey.record_count + survey.record_count / 32 + 16);
+  doc.values_.SetFile(bytes);
+  doc.values_.ReserveDecoded(survey.max_decoded_size);
+  AdviseHugePages(doc.packed_tags_.data(), survey.tag_count * sizeof(PackedTag));
+  AdviseHugePages(doc.values_.decoded_data(), survey.max_decoded_size);
   BinaryCursor cursor(bytes, start, doc.binary_two_byte_codes_);
   RawTag tag;
   for (size_t i = 0; i < survey.tag_count; ++i) {
     cursor.Next(&tag, &failure);
-    if (tag.code == 0) {
-      const auto id = static_cast<RecordId>(doc.records_.size());
-      if (id > 0) {
-        Document::Record& previous = doc.records_.back();
-        previous.tag_count = static_cast<uint32_t>(doc.tags_.data() + i - previous.tags);
-        previous.original_size = static_cast<uint32_t>(tag.offset) - previous.original_begin;
-        previous.next = id;
-      } else {
-        doc.prologue_tag_count_ = i;
-        doc.prologue_size_ = tag.offset - start;
-      }
-      doc.records_.push_back({.tags = doc.tags_.data() + i,
-                              .tag_count = 0,
-                              .next = kNoRecord,
-                              .prev = id == 0 ? kNoRecord : id - 1,
-                              .original_begin = static_cast<uint32_t>(tag.offset),
-                              .original_size = 0,
-                              .source_line = static_cast<int32_t>(tag.offset),
-                              .live = true});
+    const PackedTag packed = PackValue(tag, doc.values_);
+    doc.packed_tags_.push_back(packed);
+    if (tag.code != 0) continue;
+    const auto id = static_cast<RecordId>(doc.records_.size());
+    if (id > 0) {
+      Document::Record& previous = doc.records_.back();
+      previous.tag_count = static_cast<uint32_t>(i - previous.first_tag);
+      previous.original_size = static_cast<uint32_t>(tag.offset) - previous.original_begin;
+      previous.next = id;
+    } else {
+      doc.prologue_tag_count_ = i;
+      doc.prologue_size_ = tag.offset - start;
     }
-    doc.tags_.push_back({tag.code, ValueText(tag, doc.arena_)});
+    Document::Record& record = doc.records_.emplace_back(
+        Document::ReadRecord(static_cast<uint32_t>(i), doc.InternType(TrimBlanks(doc.values_.Value(packed))),
+                             static_cast<uint32_t>(tag.offset), static_cast<int32_t>(tag.offset)));
+    record.prev = id == 0 ? kNoRecord : id - 1;
   }
   Document::Record& last = doc.records_.back();
-  last.tag_count = static_cast<uint32_t>(doc.tags_.data() + survey.tag_count - last.tags);
+  last.tag_count = static_cast<uint32_t>(survey.tag_count - last.first_tag);
   last.original_size = static_cast<uint32_t>(survey.records_end) - last.original_begin;
   doc.first_ = 0;
   doc.last_ = static_cast<RecordId>(doc.records_.size() - 1);

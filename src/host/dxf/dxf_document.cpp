@@ -56,10 +56,6 @@ std::unique_ptr<Document> Document::Parse(std::string bytes, std::string_view na
   return doc;
 }
 
-std::string_view Document::type(RecordId id) const {
-  return TrimBlanks(records_[id].tags[0].value);
-}
-
 void Document::UpdateFromHeader(DiagnosticSink* sink) {
   const std::string_view acadver = GetHeaderValue(*this, "$ACADVER");
   acadver_ = acadver.empty() ? kDefaultAcadver : acadver;
@@ -73,32 +69,57 @@ void Document::UpdateFromHeader(DiagnosticSink* sink) {
   }
 }
 
-bool Document::IsValidRecordTags(std::span<const Tag> tags) const {
-  return !tags.empty() && tags.front().code == 0 && records_.size() < kNoRecord - 1 &&
+std::string_view Document::InternType(std::string_view type) {
+  if (type == last_type_) return last_type_;
+  auto found = types_.find(type);
+  if (found == types_.end()) found = types_.insert(arena_.Store(type)).first;
+  last_type_ = *found;
+  return last_type_;
+}
+
+Document::Record Document::ReadRecord(uint32_t first_tag, std::string_view type,
+                                      uint32_t original_begin, int32_t source_line) {
+  return {.edited_tags = nullptr,
+          .first_tag = first_tag,
+          .tag_count = 0,
+          .next = kNoRecord,
+          .prev = kNoRecord,
+          .original_begin = original_begin,
+          .original_size = 0,
+          .source_line = source_line,
+          .live = true,
+          .type = type};
+}
+
+bool Document::IsValidRecordTags(TagRange tags) const {
+  return !tags.empty() && tags.code(0) == 0 && records_.size() < kNoRecord - 1 &&
          tags.size() < UINT32_MAX;
 }
 
-const Tag* Document::StoreTags(std::span<const Tag> tags) {
+const Tag* Document::StoreTags(TagRange tags) {
   auto block = std::make_unique_for_overwrite<Tag[]>(tags.size());
   for (size_t i = 0; i < tags.size(); ++i) {
-    const Tag& tag = tags[i];
+    const Tag tag = tags[i];
     const bool owned = tag.value.empty() || PointsInto(tag.value, bytes_.data(), bytes_.size()) ||
-                       arena_.Contains(tag.value);
+                       values_.Contains(tag.value) || arena_.Contains(tag.value);
     block[i] = {tag.code, owned ? tag.value : arena_.Store(tag.value)};
   }
   return edited_tags_.emplace_back(std::move(block)).get();
 }
 
-RecordId Document::NewRecord(std::span<const Tag> tags) {
+RecordId Document::NewRecord(TagRange tags) {
   const auto id = static_cast<RecordId>(records_.size());
-  records_.push_back({.tags = StoreTags(tags),
+  const Tag* stored = StoreTags(tags);
+  records_.push_back({.edited_tags = stored,
+                      .first_tag = 0,
                       .tag_count = static_cast<uint32_t>(tags.size()),
                       .next = kNoRecord,
                       .prev = kNoRecord,
                       .original_begin = 0,
                       .original_size = 0,
                       .source_line = 0,
-                      .live = true});
+                      .live = true,
+                      .type = InternType(TrimBlanks(stored[0].value))});
   return id;
 }
 
@@ -123,19 +144,20 @@ void Document::RefreshAfterEdit(std::string_view old_type, std::string_view new_
   if (old_type == "SECTION" || new_type == "SECTION") UpdateFromHeader(nullptr);
 }
 
-bool Document::ReplaceTags(RecordId id, std::span<const Tag> tags) {
+bool Document::ReplaceTags(RecordId id, TagRange tags) {
   if (!is_live(id) || !IsValidRecordTags(tags)) return false;
   const std::string_view old_type = type(id);
   const Tag* stored = StoreTags(tags);
   Record& record = records_[id];
-  record.tags = stored;
+  record.edited_tags = stored;
   record.tag_count = static_cast<uint32_t>(tags.size());
   record.original_size = 0;
+  record.type = InternType(TrimBlanks(stored[0].value));
   RefreshAfterEdit(old_type, type(id));
   return true;
 }
 
-RecordId Document::InsertAfter(RecordId where, std::span<const Tag> tags) {
+RecordId Document::InsertAfter(RecordId where, TagRange tags) {
   if (!is_live(where) || !IsValidRecordTags(tags)) return kNoRecord;
   const RecordId id = NewRecord(tags);
   Link(id, records_[where].next);
@@ -143,7 +165,7 @@ RecordId Document::InsertAfter(RecordId where, std::span<const Tag> tags) {
   return id;
 }
 
-RecordId Document::InsertBefore(RecordId where, std::span<const Tag> tags) {
+RecordId Document::InsertBefore(RecordId where, TagRange tags) {
   if ((where != kNoRecord && !is_live(where)) || !IsValidRecordTags(tags)) return kNoRecord;
   const RecordId id = NewRecord(tags);
   Link(id, where);

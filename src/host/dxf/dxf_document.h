@@ -11,12 +11,14 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "host/dxf/dxf_arena.h"
 #include "host/dxf/dxf_diagnostics.h"
 #include "host/dxf/dxf_structure.h"
 #include "host/dxf/dxf_tag.h"
+#include "host/dxf/dxf_tag_range.h"
 #include "host/dxf/dxf_text_codec.h"
 
 namespace fx::dxf {
@@ -39,9 +41,10 @@ struct AsciiStyle {
 //   missing),
 // so that writing an unmodified document reproduces the file byte for byte.
 //
-// Tag values of records that were not edited are views into the loaded file's bytes, or into
-// the document's arena for decoded binary values. Every string view a document hands out
-// stays valid for the document's life, and so does every span from tags(): an edit gives the
+// Records as read keep their tags packed (PackedTag, 8 bytes a tag), their values views into
+// the loaded file's bytes or into one buffer of decoded binary values; an edited or added
+// record keeps a block of Tags of its own. Every string view a document hands out stays
+// valid for the document's life, and so does every range from tags(): an edit gives the
 // record new tags and leaves the old ones where they are, so an object opened on them never
 // sees its tags move.
 // Record ids are stable: erasing a record leaves the ids of the others unchanged, and an
@@ -75,10 +78,12 @@ class Document {
   size_t record_count() const { return live_records_; }
   bool is_live(RecordId id) const { return id < records_.size() && records_[id].live; }
 
-  std::string_view type(RecordId id) const;  // its 0-tag's value without blanks, e.g. "LINE"
-  std::span<const Tag> tags(RecordId id) const {
+  // Its 0-tag's value without blanks, e.g. "LINE".
+  std::string_view type(RecordId id) const { return records_[id].type; }
+  TagRange tags(RecordId id) const {
     const Record& record = records_[id];
-    return {record.tags, record.tag_count};
+    if (record.edited_tags != nullptr) return std::span<const Tag>(record.edited_tags, record.tag_count);
+    return {packed_tags_.data() + record.first_tag, record.tag_count, &values_};
   }
   // False while the record still writes its original bytes.
   bool modified(RecordId id) const { return records_[id].original_size == 0; }
@@ -99,7 +104,7 @@ class Document {
   const AsciiStyle& ascii_style() const { return ascii_style_; }
   bool binary_two_byte_codes() const { return binary_two_byte_codes_; }
   std::string_view head() const { return std::string_view(bytes_).substr(0, head_size_); }
-  std::span<const Tag> prologue() const { return {tags_.data(), prologue_tag_count_}; }
+  TagRange prologue() const { return {packed_tags_.data(), prologue_tag_count_, &values_}; }
   std::string_view prologue_bytes() const {
     return std::string_view(bytes_).substr(head_size_, prologue_size_);
   }
@@ -112,19 +117,21 @@ class Document {
   // Editing. Tag values are copied into the document's storage unless they already live
   // there. The first tag must be a 0-tag; otherwise nothing happens and the result says so
   // (false / kNoRecord). Edited and new records are written from their tags.
-  bool ReplaceTags(RecordId id, std::span<const Tag> tags);
-  RecordId InsertAfter(RecordId where, std::span<const Tag> tags);
+  bool ReplaceTags(RecordId id, TagRange tags);
+  RecordId InsertAfter(RecordId where, TagRange tags);
   // `where` == kNoRecord appends at the end.
-  RecordId InsertBefore(RecordId where, std::span<const Tag> tags);
+  RecordId InsertBefore(RecordId where, TagRange tags);
   bool Erase(RecordId id);
   std::string_view Store(std::string_view text) { return arena_.Store(text); }
 
  private:
   friend class AsciiReader;
+  friend class AsciiTagScanner;
   friend class BinaryReader;
 
   struct Record {
-    const Tag* tags;  // in tags_ for records as read, else in a block of edited_tags_
+    const Tag* edited_tags;  // a block of edited_tags_, or null for a record as read
+    uint32_t first_tag;      // in packed_tags_, for a record as read
     uint32_t tag_count;
     RecordId next;
     RecordId prev;
@@ -132,15 +139,22 @@ class Document {
     uint32_t original_size;
     int32_t source_line;
     bool live;
+    std::string_view type;  // interned: walks over the records need not read their tags
   };
 
   Document(std::string bytes, std::string_view name, Encoding encoding);
 
-  bool IsValidRecordTags(std::span<const Tag> tags) const;
+  bool IsValidRecordTags(TagRange tags) const;
   // Copies `tags` into a block of their own, values into the document's storage; returns
   // the block.
-  const Tag* StoreTags(std::span<const Tag> tags);
-  RecordId NewRecord(std::span<const Tag> tags);
+  const Tag* StoreTags(TagRange tags);
+  RecordId NewRecord(TagRange tags);
+  // The one copy of a record type kept for all records of that type: walks over the records
+  // compare types without reaching into the file's bytes.
+  std::string_view InternType(std::string_view type);
+  // A record as read, its tags packed_tags_[first_tag, first_tag + tag_count).
+  static Record ReadRecord(uint32_t first_tag, std::string_view type, uint32_t original_begin,
+                           int32_t source_line);
   void Link(RecordId id, RecordId before);  // before == kNoRecord: at the end
   // Re-reads $ACADVER and $DWGCODEPAGE; `sink` hears of an unknown code page.
   void UpdateFromHeader(DiagnosticSink* sink);
@@ -150,9 +164,12 @@ class Document {
   std::string name_;
   Encoding encoding_;
   Arena arena_;
-  std::vector<Tag> tags_;  // the tags as read, each record a contiguous range; never grows
+  TagValues values_;  // of the packed tags
+  std::vector<PackedTag> packed_tags_;  // as read, each record a contiguous range; never grows
   std::vector<std::unique_ptr<Tag[]>> edited_tags_;  // one block per edited or added record
   std::vector<Record> records_;
+  std::unordered_set<std::string_view> types_;  // interned record types, in arena_
+  std::string_view last_type_;  // records of a type often follow each other
   RecordId first_ = kNoRecord;
   RecordId last_ = kNoRecord;
   size_t live_records_ = 0;

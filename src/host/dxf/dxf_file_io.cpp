@@ -1,10 +1,12 @@
 #include "host/dxf/dxf_file_io.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 
 namespace fx::dxf {
@@ -21,6 +23,8 @@ bool ReadWholeFile(const std::string& path, std::string* bytes, std::string* fai
     close(fd);
     return false;
   }
+  bytes->reserve(static_cast<size_t>(info.st_size));
+  AdviseHugePages(bytes->data(), bytes->capacity());
   bytes->resize(static_cast<size_t>(info.st_size));
   size_t done = 0;
   while (done < bytes->size()) {
@@ -35,6 +39,13 @@ bool ReadWholeFile(const std::string& path, std::string* bytes, std::string* fai
   }
   close(fd);
   return true;
+}
+
+void AdviseHugePages(const void* data, size_t size) {
+  constexpr uintptr_t kHugePage = uintptr_t{2} << 20;
+  const auto begin = (reinterpret_cast<uintptr_t>(data) + kHugePage - 1) & ~(kHugePage - 1);
+  const auto end = (reinterpret_cast<uintptr_t>(data) + size) & ~(kHugePage - 1);
+  if (end > begin) madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
 }
 
 }  // namespace fx::dxf

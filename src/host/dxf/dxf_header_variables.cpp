@@ -15,7 +15,7 @@ struct VariableSpan {
   size_t end;   // one past its last value tag
 };
 
-VariableSpan FindVariable(std::span<const Tag> tags, std::string_view name) {
+VariableSpan FindVariable(TagRange tags, std::string_view name) {
   size_t i = 0;
   while (i < tags.size() &&
          !(tags[i].code == kVariableNameCode && TrimBlanks(tags[i].value) == name)) {
@@ -35,21 +35,21 @@ RecordId FindHeaderRecord(const Document& doc) {
   return kNoRecord;
 }
 
-std::span<const Tag> GetHeaderVariable(const Document& doc, std::string_view name) {
+TagRange GetHeaderVariable(const Document& doc, std::string_view name) {
   const RecordId header = FindHeaderRecord(doc);
   if (header == kNoRecord) return {};
-  const std::span<const Tag> tags = doc.tags(header);
+  const TagRange tags = doc.tags(header);
   const VariableSpan variable = FindVariable(tags, name);
   if (variable.name == tags.size()) return {};
   return tags.subspan(variable.name + 1, variable.end - variable.name - 1);
 }
 
 std::string_view GetHeaderValue(const Document& doc, std::string_view name) {
-  const std::span<const Tag> values = GetHeaderVariable(doc, name);
+  const TagRange values = GetHeaderVariable(doc, name);
   return values.empty() ? std::string_view() : TrimBlanks(values.front().value);
 }
 
-bool SetHeaderVariable(Document& doc, std::string_view name, std::span<const Tag> values) {
+bool SetHeaderVariable(Document& doc, std::string_view name, TagRange values) {
   if (values.empty()) return false;
   const RecordId header = FindHeaderRecord(doc);
   std::vector<Tag> tags;
@@ -61,7 +61,7 @@ bool SetHeaderVariable(Document& doc, std::string_view name, std::span<const Tag
     doc.InsertAfter(section, endsec);
     return true;
   }
-  const std::span<const Tag> old_tags = doc.tags(header);
+  const TagRange old_tags = doc.tags(header);
   const VariableSpan variable = FindVariable(old_tags, name);
   tags.reserve(old_tags.size() + values.size() + 1);
   tags.insert(tags.end(), old_tags.begin(),

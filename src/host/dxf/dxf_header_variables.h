@@ -20,7 +20,7 @@ namespace fx::dxf {
 RecordId FindHeaderRecord(const Document& doc);
 
 // The value tags of a variable, empty when it is absent. Valid until the next edit.
-std::span<const Tag> GetHeaderVariable(const Document& doc, std::string_view name);
+TagRange GetHeaderVariable(const Document& doc, std::string_view name);
 
 // The first value of a variable without surrounding blanks, empty when it is absent.
 std::string_view GetHeaderValue(const Document& doc, std::string_view name);
@@ -28,7 +28,7 @@ std::string_view GetHeaderValue(const Document& doc, std::string_view name);
 // Replaces a variable's value tags, or adds the variable at the end of the header record,
 // creating a HEADER section at the start of the file if there is none. False (nothing
 // changed) when `values` is empty.
-bool SetHeaderVariable(Document& doc, std::string_view name, std::span<const Tag> values);
+bool SetHeaderVariable(Document& doc, std::string_view name, TagRange values);
 
 }  // namespace fx::dxf
 

@@ -5,7 +5,7 @@
 namespace fx::dxf {
 
 std::string_view SectionName(const Document& doc, RecordId section) {
-  const std::span<const Tag> tags = doc.tags(section);
+  const TagRange tags = doc.tags(section);
   if (doc.type(section) != "SECTION" || tags.size() < 2 || tags[1].code != 2) return {};
   return TrimBlanks(tags[1].value);
 }

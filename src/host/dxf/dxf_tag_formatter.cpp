@@ -60,7 +60,7 @@ size_t BinarySize(GroupValueType type) {
 
 }  // namespace
 
-bool TagFormatter::Append(std::span<const Tag> tags, std::string* out, std::string* failure) const {
+bool TagFormatter::Append(TagRange tags, std::string* out, std::string* failure) const {
   for (const Tag& tag : tags) {
     if (!(binary_ ? AppendBinary(tag, out, failure) : AppendAscii(tag, out, failure))) return false;
   }

@@ -25,7 +25,7 @@ class TagFormatter {
 
   // Appends the tags to *out. On a value the encoding cannot hold, returns false with
   // *failure describing the tag; *out may then hold part of the tags.
-  bool Append(std::span<const Tag> tags, std::string* out, std::string* failure) const;
+  bool Append(TagRange tags, std::string* out, std::string* failure) const;
 
  private:
   TagFormatter(const AsciiStyle& style, bool binary, bool two_byte_codes, std::string_view source = {})

@@ -40,9 +40,9 @@ bool FoldedNameEqual::operator()(std::string_view a, std::string_view b) const {
 
 namespace {
 
-std::string_view ValueOf(std::span<const Tag> tags, int code) {
+std::string_view ValueOf(TagRange tags, int code) {
   for (size_t i = 1; i < tags.size(); ++i)
-    if (tags[i].code == code) return TrimBlanks(tags[i].value);
+    if (tags.code(i) == code) return TrimBlanks(tags[i].value);
   return {};
 }
 

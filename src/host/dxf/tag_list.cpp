@@ -6,7 +6,7 @@
 
 namespace fx::dxf {
 
-TagList TagList::View(std::span<const Tag> tags) {
+TagList TagList::View(TagRange tags) {
   TagList list;
   list.tags_ = tags;
   return list;
@@ -20,7 +20,7 @@ const TagList::Layout& TagList::layout() const {
   layout.marker_count = 0;
   size_t i = 1;
   for (; i < tags_.size(); ++i) {
-    const int code = tags_[i].code;
+    const int code = tags_.code(i);
     if (code == 1001) break;
     if (code != 100 || layout.marker_count > Layout::kMaxMarkers) continue;
     if (layout.marker_count < Layout::kMaxMarkers) layout.markers[layout.marker_count] = static_cast<uint32_t>(i);
@@ -77,9 +77,9 @@ TagList::Range TagList::SubclassData(std::string_view marker) const {
 TagList::Range TagList::SubclassByScan(std::string_view marker) const {
   const Range body = Body();
   for (size_t i = body.begin; i < body.end; ++i) {
-    if (tags_[i].code != 100 || TrimBlanks(tags_[i].value) != marker) continue;
+    if (tags_.code(i) != 100 || TrimBlanks(tags_[i].value) != marker) continue;
     size_t end = i + 1;
-    while (end < body.end && tags_[end].code != 100) ++end;
+    while (end < body.end && tags_.code(end) != 100) ++end;
     return {i + 1, end};
   }
   return {body.end, body.end};
@@ -113,7 +113,7 @@ size_t TagList::EntityCommonInsertAt() const {
 
 size_t TagList::Find(int code, Range range) const {
   for (size_t i = range.begin; i < range.end && i < tags_.size(); ++i)
-    if (tags_[i].code == code) return i;
+    if (tags_.code(i) == code) return i;
   return kNotFound;
 }
 
@@ -140,14 +140,15 @@ AcGePoint3d TagList::GetPoint(int code, Range range, const AcGePoint3d& fallback
   AcGePoint3d p{ParseDouble(tags_[ix].value).value_or(0), 0, 0};
   // The coordinates follow the x value; stop at the next x of any point.
   for (size_t i = ix + 1; i < range.end && i < tags_.size() && i <= ix + 2; ++i) {
-    if (tags_[i].code == code + 10) p.y = ParseDouble(tags_[i].value).value_or(0);
-    else if (tags_[i].code == code + 20) p.z = ParseDouble(tags_[i].value).value_or(0);
+    if (tags_.code(i) == code + 10) p.y = ParseDouble(tags_[i].value).value_or(0);
+    else if (tags_.code(i) == code + 20) p.z = ParseDouble(tags_[i].value).value_or(0);
   }
   return p;
 }
 
 std::vector<Tag>& TagList::Edit() {
   if (!editing_) {
+    edited_.reserve(tags_.size() + 4);
     edited_.assign(tags_.begin(), tags_.end());
     editing_ = true;
   }
@@ -208,7 +209,7 @@ void TagList::Erase(size_t begin, size_t end) {
 
 void TagList::EraseCode(int code, Range range) {
   for (size_t i = range.end; i-- > range.begin;)
-    if (tags_[i].code == code) Erase(i, i + 1);
+    if (tags_.code(i) == code) Erase(i, i + 1);
 }
 
 }  // namespace fx::dxf

@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "host/dxf/dxf_tag.h"
+#include "host/dxf/dxf_tag_range.h"
 #include "host/geometry.h"
 
 namespace fx::dxf {
@@ -35,12 +36,12 @@ class TagList {
   TagList() = default;
   // A copy of `tags`. Their values must outlive the list (they point into the document's
   // storage or literals).
-  explicit TagList(std::span<const Tag> tags) : edited_(tags.begin(), tags.end()), editing_(true) {
+  explicit TagList(TagRange tags) : edited_(tags.begin(), tags.end()), editing_(true) {
     tags_ = edited_;
   }
   // A list reading `tags` in place until its first edit: the tags themselves must stay where
   // they are for the list's life, as a document's do.
-  static TagList View(std::span<const Tag> tags);
+  static TagList View(TagRange tags);
   // Moving keeps the owned values and the copied tags where they are, so views stay valid.
   TagList(TagList&&) = default;
   TagList& operator=(TagList&&) = default;
@@ -48,9 +49,9 @@ class TagList {
   TagList& operator=(const TagList&) = delete;
 
   // Valid until the next edit.
-  std::span<const Tag> tags() const { return tags_; }
+  TagRange tags() const { return tags_; }
   size_t size() const { return tags_.size(); }
-  const Tag& operator[](size_t index) const { return tags_[index]; }
+  Tag operator[](size_t index) const { return tags_[index]; }
   std::string_view type() const { return tags_.empty() ? std::string_view() : tags_[0].value; }
 
   // Every tag after the 0-tag and before the extended data.
@@ -129,7 +130,7 @@ class TagList {
   std::vector<Tag>& Edit();
   std::string_view Own(std::string_view value);
 
-  std::span<const Tag> tags_;  // the document's tags, or edited_ once editing_
+  TagRange tags_;  // the document's tags, or edited_ once editing_
   std::vector<Tag> edited_;
   bool editing_ = false;
   mutable Layout layout_;

@@ -9,6 +9,7 @@ namespace fx::cleanup {
 
 using fx::dxf::kNoRecord;
 using fx::dxf::Tag;
+using fx::dxf::TagRange;
 
 int AuditResult::fixed() const {
   int count = 0;

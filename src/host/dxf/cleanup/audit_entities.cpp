@@ -8,6 +8,7 @@ namespace fx::cleanup {
 namespace {
 
 using fx::dxf::Tag;
+using fx::dxf::TagRange;
 
 bool HasTextStyle(std::string_view type) {
   return type == "TEXT" || type == "MTEXT" || type == "ATTDEF" || type == "ATTRIB";
@@ -15,7 +16,7 @@ bool HasTextStyle(std::string_view type) {
 
 // The index of the entity's own tag of `code`: the first one before its
 // extended data or an embedded object; tags.size() when there is none.
-size_t FindOwn(std::span<const Tag> tags, int code) {
+size_t FindOwn(TagRange tags, int code) {
   for (size_t i = 1; i < tags.size(); ++i) {
     if (tags[i].code == 1001 || tags[i].code == 101) break;
     if (tags[i].code == code) return i;

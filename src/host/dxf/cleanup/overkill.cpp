@@ -14,7 +14,7 @@ namespace {
 
 constexpr int64_t kLayerLocked = 4;
 
-bool OnLockedLayer(AcDbImpDatabase& db, std::span<const fx::dxf::Tag> tags) {
+bool OnLockedLayer(AcDbImpDatabase& db, fx::dxf::TagRange tags) {
   std::string_view layer = "0";
   for (size_t i = 1; i < tags.size() && tags[i].code != 1001; ++i) {
     if (tags[i].code == 8) {

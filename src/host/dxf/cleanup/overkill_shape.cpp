@@ -10,18 +10,19 @@ namespace fx::cleanup {
 namespace {
 
 using fx::dxf::Tag;
+using fx::dxf::TagRange;
 constexpr double kDegrees = 3.14159265358979323846 / 180.0;
 
 // Reads an entity's own tags: after the 0-tag, before extended data and
 // before an embedded object (group 101), whose tags repeat the entity's codes.
 class Reader {
  public:
-  explicit Reader(std::span<const Tag> tags) : tags_(tags) {
+  explicit Reader(TagRange tags) : tags_(tags) {
     end_ = 1;
     while (end_ < tags.size() && tags[end_].code != 1001 && tags[end_].code != 101) ++end_;
   }
   size_t end() const { return end_; }
-  const Tag& operator[](size_t i) const { return tags_[i]; }
+  Tag operator[](size_t i) const { return tags_[i]; }
 
   size_t Find(int code) const {
     for (size_t i = 1; i < end_; ++i)
@@ -46,7 +47,7 @@ class Reader {
   }
 
  private:
-  std::span<const Tag> tags_;
+  TagRange tags_;
   size_t end_;
 };
 
@@ -59,7 +60,7 @@ AcGeVector3d Normal(const Reader& r) {
 }
 
 // Type, the common properties with their defaults made explicit, extended data.
-std::string Properties(std::string_view type, std::span<const Tag> tags, const Reader& r) {
+std::string Properties(std::string_view type, TagRange tags, const Reader& r) {
   std::string key(type);
   auto field = [&](std::string_view value) {
     key += '\x1f';
@@ -243,7 +244,7 @@ bool TolerantLess(const AcGePoint3d& a, const AcGePoint3d& b, double tolerance) 
   return false;
 }
 
-std::optional<Shape> ShapeOf(std::string_view type, std::span<const Tag> tags, double tolerance) {
+std::optional<Shape> ShapeOf(std::string_view type, TagRange tags, double tolerance) {
   const Reader r(tags);
   if (LeftAlone(type, r)) return std::nullopt;
   Shape shape;

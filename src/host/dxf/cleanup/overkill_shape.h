@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "host/dxf/dxf_tag.h"
+#include "host/dxf/dxf_tag_range.h"
 #include "host/geometry.h"
 
 namespace fx::cleanup {
@@ -33,7 +34,7 @@ struct Shape {
 
 // The shape of an entity record of `type`; nullopt for what OVERKILL leaves
 // alone (see overkill.h).
-std::optional<Shape> ShapeOf(std::string_view type, std::span<const fx::dxf::Tag> tags, double tolerance);
+std::optional<Shape> ShapeOf(std::string_view type, fx::dxf::TagRange tags, double tolerance);
 
 // a < b, coordinates differing by no more than `tolerance` counting as equal.
 bool TolerantLess(const AcGePoint3d& a, const AcGePoint3d& b, double tolerance);

@@ -7,6 +7,7 @@
 namespace fx::cleanup {
 
 using fx::dxf::Tag;
+using fx::dxf::TagRange;
 
 namespace {
 
@@ -47,7 +48,7 @@ bool IsPointerCode(int code) {
          code == 481 || code == 1005;
 }
 
-size_t OwnerTagIndex(std::span<const Tag> tags) {
+size_t OwnerTagIndex(TagRange tags) {
   bool in_group = false;
   for (size_t i = 1; i < tags.size(); ++i) {
     const Tag& tag = tags[i];
@@ -61,7 +62,7 @@ size_t OwnerTagIndex(std::span<const Tag> tags) {
   return tags.size();
 }
 
-void ForEachPointer(std::span<const Tag> tags, const std::function<void(uint64_t)>& visit) {
+void ForEachPointer(TagRange tags, const std::function<void(uint64_t)>& visit) {
   const size_t owner = OwnerTagIndex(tags);
   bool in_reactors = false;
   for (size_t i = 1; i < tags.size(); ++i) {

@@ -22,7 +22,7 @@ struct RecordView {
   fx::dxf::RecordId id;
   Section section;
   std::string_view type;  // "LINE", "LAYER", ...; "SECTION" for the header record
-  std::span<const fx::dxf::Tag> tags;
+  fx::dxf::TagRange tags;
 };
 
 // Calls `visit` for each live record in file order, the header record
@@ -38,11 +38,11 @@ bool IsPointerCode(int code);
 
 // The index of the tag naming the record's owner: the first 330 before the
 // first subclass marker and outside any 102 group; tags.size() when none.
-size_t OwnerTagIndex(std::span<const fx::dxf::Tag> tags);
+size_t OwnerTagIndex(fx::dxf::TagRange tags);
 
 // Calls `visit` with every handle the record points to, except its owner
 // and the back pointers of its {ACAD_REACTORS} group; null handles are left out.
-void ForEachPointer(std::span<const fx::dxf::Tag> tags, const std::function<void(uint64_t)>& visit);
+void ForEachPointer(fx::dxf::TagRange tags, const std::function<void(uint64_t)>& visit);
 
 }  // namespace fx::cleanup
 

@@ -8,6 +8,7 @@ namespace fx::cleanup {
 namespace {
 
 using fx::dxf::Tag;
+using fx::dxf::TagRange;
 
 bool NamesBlock(std::string_view type) {
   return type == "INSERT" || type == "ACAD_TABLE" || type.find("DIMENSION") != std::string_view::npos;
@@ -48,7 +49,7 @@ class Collector {
   }
 
  private:
-  void Header(std::span<const Tag> tags) {
+  void Header(TagRange tags) {
     for (const Tag& tag : tags) {
       switch (tag.code) {
         case 8: Add(refs_.layers, tag.value); break;
@@ -86,7 +87,7 @@ class Collector {
     if (!folded.empty()) names.insert(std::move(folded));
   }
 
-  static std::string_view Value(std::span<const Tag> tags, int code) {
+  static std::string_view Value(TagRange tags, int code) {
     for (size_t i = 1; i < tags.size(); ++i)
       if (tags[i].code == code) return fx::dxf::TrimBlanks(tags[i].value);
     return {};
