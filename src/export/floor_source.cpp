@@ -1,5 +1,7 @@
 #include "export/floor_source.h"
 
+#include <unordered_map>
+
 #include "host/database.h"
 #include "host/documents.h"
 #include "rooms/doc_data.h"
@@ -33,6 +35,29 @@ std::optional<Outline> HeavyOutline(const AcDb2dPolyline& polyline) {
   return outline;
 }
 
+// The rooms of `ids` in that order, each with its record: taken from `read`
+// (records already read, by entity) when there, else read now; an id whose
+// entity carries no record is left out.
+std::vector<FloorRoom> TakeRooms(const std::vector<AcDbObjectId>& ids, std::vector<FloorRoom> read) {
+  std::unordered_map<AcDbObjectId, size_t> position;
+  position.reserve(read.size());
+  for (size_t i = 0; i < read.size(); ++i) position.emplace(read[i].id, i);
+  std::vector<FloorRoom> rooms;
+  rooms.reserve(ids.size());
+  for (AcDbObjectId id : ids) {
+    // An id listed twice reads its record again: the first took it.
+    if (const auto it = position.find(id); it != position.end()) {
+      rooms.push_back(std::move(read[it->second]));
+      position.erase(it);
+      continue;
+    }
+    FloorRoom room;
+    room.id = id;
+    if (fx::rooms::ReadRoomRecord(id, &room.record)) rooms.push_back(std::move(room));
+  }
+  return rooms;
+}
+
 }  // namespace
 
 std::optional<Outline> ReadOutline(AcDbObjectId id) {
@@ -52,26 +77,23 @@ Acad::ErrorStatus ReadFloor(AcDbDatabase& database, const std::vector<AcDbObject
     if (model.openStatus() != Acad::eOk) return model.openStatus();
     entities = model->entityIds();
   }
+  // Model space is read up to the floor's record, all of it when the rooms
+  // are those of its records; the rooms of `room_ids` read on the way are
+  // taken from there rather than read again.
   std::vector<FloorRoom> found;
   for (AcDbObjectId id : entities) {
     FloorRoom room;
     if (!fx::rooms::ReadRoomRecord(id, &room.record)) continue;
-    if (room.record.name == fx::rooms::kFloorOutlineName) {
-      if (floor.floor_id.isNull()) floor.floor_id = id;
-      continue;
+    const bool floor_record = room.record.name == fx::rooms::kFloorOutlineName;
+    if (floor_record && floor.floor_id.isNull()) {
+      floor.floor_id = id;
+      if (room_ids != nullptr) break;
     }
-    if (room_ids == nullptr) {
-      room.id = id;
-      found.push_back(std::move(room));
-    }
+    if (floor_record && room_ids == nullptr) continue;
+    room.id = id;
+    found.push_back(std::move(room));
   }
-  if (room_ids != nullptr) {
-    for (AcDbObjectId id : *room_ids) {
-      FloorRoom room;
-      room.id = id;
-      if (fx::rooms::ReadRoomRecord(id, &room.record)) found.push_back(std::move(room));
-    }
-  }
+  if (room_ids != nullptr) found = TakeRooms(*room_ids, std::move(found));
   for (FloorRoom& room : found) room.outline = ReadOutline(room.record.linked);
   floor.rooms = std::move(found);
   if (!floor.floor_id.isNull()) floor.floor = ReadOutline(floor.floor_id);

@@ -274,7 +274,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::getBlockReferenceIds(std::vector<AcDbObj
   ids.clear();
   AcDbImpDatabase* db = impl()->database();
   if (db == nullptr) return Acad::eNotInDatabase;
-  std::string own_name = fx::dxf::FoldCase(impl()->tags().GetString(2, impl()->tags().Body()));
+  const std::string_view own_name = impl()->tags().GetString(2, impl()->tags().Body());
+  const fx::dxf::FoldedNameEqual same_name;
   // Inserts name their block in group 2; walk every block's entities.
   fx::dxf::SymbolTable* blocks = db->FindTable("BLOCK_RECORD");
   if (blocks == nullptr) return Acad::eOk;
@@ -285,8 +286,8 @@ Acad::ErrorStatus AcDbBlockTableRecord::getBlockReferenceIds(std::vector<AcDbObj
       if (entity->erased || entity->record == fx::dxf::kNoRecord) continue;
       std::string_view type = db->document().type(entity->record);
       if (type != "INSERT" && type != "DIMENSION") continue;
-      TagList tags(db->document().tags(entity->record));
-      if (fx::dxf::FoldCase(tags.GetString(2, tags.Body())) == own_name) ids.emplace_back(entity);
+      const TagList tags = TagList::View(db->document().tags(entity->record));
+      if (same_name(tags.GetString(2, tags.Body()), own_name)) ids.emplace_back(entity);
     }
   }
   return Acad::eOk;

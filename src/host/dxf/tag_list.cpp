@@ -5,6 +5,16 @@
 #include "host/dxf/dxf_values.h"
 
 namespace fx::dxf {
+namespace {
+
+// A subclass marker as stored (blanks around it allowed) against a marker
+// asked for (none): only a longer value needs trimming.
+bool IsMarker(std::string_view value, std::string_view marker) {
+  if (value.size() == marker.size()) return value == marker;
+  return value.size() > marker.size() && TrimBlanks(value) == marker;
+}
+
+}  // namespace
 
 TagList TagList::View(TagRange tags) {
   TagList list;
@@ -44,7 +54,7 @@ TagList::Range TagList::Subclass(std::string_view marker) const {
   if (layout.marker_count > Layout::kMaxMarkers) return SubclassByScan(marker);
   for (uint8_t k = 0; k < layout.marker_count; ++k) {
     const size_t at = layout.markers[k];
-    if (TrimBlanks(tags_[at].value) != marker) continue;
+    if (!IsMarker(tags_[at].value, marker)) continue;
     return {at + 1, k + 1 < layout.marker_count ? layout.markers[k + 1] : body.end};
   }
   return {body.end, body.end};
@@ -77,7 +87,7 @@ TagList::Range TagList::SubclassData(std::string_view marker) const {
 TagList::Range TagList::SubclassByScan(std::string_view marker) const {
   const Range body = Body();
   for (size_t i = body.begin; i < body.end; ++i) {
-    if (tags_.code(i) != 100 || TrimBlanks(tags_[i].value) != marker) continue;
+    if (tags_.code(i) != 100 || !IsMarker(tags_[i].value, marker)) continue;
     size_t end = i + 1;
     while (end < body.end && tags_.code(end) != 100) ++end;
     return {i + 1, end};

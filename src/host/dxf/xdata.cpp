@@ -13,12 +13,13 @@ namespace {
 using fx::dxf::TagList;
 
 // The [begin, end) tag range of `app`'s block, or an empty range at size().
+// Names compare as the APPID table compares them, without folded copies.
 TagList::Range AppBlock(const TagList& tags, std::string_view app) {
-  std::string folded = fx::dxf::FoldCase(app);
+  const fx::dxf::FoldedNameEqual same_name;
   for (size_t i = tags.XDataBegin(); i < tags.size();) {
     size_t end = i + 1;
     while (end < tags.size() && tags[end].code != 1001) ++end;
-    if (fx::dxf::FoldCase(tags[i].value) == folded) return {i, end};
+    if (same_name(tags[i].value, app)) return {i, end};
     i = end;
   }
   return {tags.size(), tags.size()};
