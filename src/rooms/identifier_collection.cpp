@@ -128,6 +128,7 @@ bool RoomAnalysis::CollectBlockIdentifiers() {
       return false;
     }
   }
+  identifiers_.reserve(references.size());
   for (AcDbObjectId insert : references) {
     Identifier identifier;
     bool skipped = false;
@@ -167,6 +168,7 @@ bool RoomAnalysis::CollectTextIdentifiers() {
       !LookUpLayer(options_.description_layer, description_layer)) {
     return false;
   }
+  identifiers_.reserve(EntitiesOn(name_layer).size());
   for (AcDbObjectId id : EntitiesOn(name_layer)) {
     AcDbEntityPointer entity(id, AcDb::kForRead);
     if (entity.openStatus() != Acad::eOk || !IsTextEntity(*entity.object())) continue;

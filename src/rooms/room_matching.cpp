@@ -53,7 +53,10 @@ std::unordered_map<size_t, std::string> RoomAnalysis::TextsByContour(AcDbObjectI
 // different names in one contour are flagged either way.
 bool RoomAnalysis::MatchIdentifiers() {
   const bool text_mode = options_.mode == IdentificationMode::kText;
+  const bool resolve_duplicates = settings::AutoResolveDuplicateNames();
   std::unordered_set<std::string> names_before;
+  names_before.reserve(identifiers_.size());
+  // The names in each contour, kept only when they can erase a duplicate.
   std::unordered_map<size_t, std::unordered_set<std::string>> names_in_contour;
   for (Identifier& identifier : identifiers_) {
     RoomRecord& record = identifier.record;
@@ -67,7 +70,7 @@ bool RoomAnalysis::MatchIdentifiers() {
       }
       record.linked = contour_ids_[*contour];
       if (used_[*contour]) {
-        if (settings::AutoResolveDuplicateNames() && names_in_contour[*contour].contains(name) &&
+        if (resolve_duplicates && names_in_contour[*contour].contains(name) &&
             EraseDuplicate(identifier)) {
           continue;
         }
@@ -76,7 +79,7 @@ bool RoomAnalysis::MatchIdentifiers() {
         ++identified_rooms_;
       }
       used_[*contour] = true;
-      names_in_contour[*contour].insert(name);
+      if (resolve_duplicates) names_in_contour[*contour].insert(name);
       if (intersecting_[*contour]) record.flags |= kFlagIntersected;
     } else {
       record.flags |= kFlagAreaNotFound;
