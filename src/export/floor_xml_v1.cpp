@@ -1,54 +1,98 @@
 #include "export/floor_xml_v1.h"
 
+#include <string_view>
+#include <vector>
+
 #include "export/document_file.h"
 #include "export/export_settings.h"
 #include "export/floor_checks.h"
-#include "export/floor_values.h"
 #include "host/database.h"
 #include "host/editor.h"
+#include "host/whole_file.h"
 #include "svg/program_namespace.h"
 #include "svg/svg_escape.h"
+#include "svg/svg_number.h"
 
 namespace fx::exports {
 namespace {
 
-void SetText(pugi::xml_node node, const char* name, const std::string& value) {
-  node.append_attribute(name) = fx::svg::AttributeValue(value).c_str();
+// An attribute as `name="value"`, the value escaped as the XML library
+// escapes attribute values (the floor files were written through it, and
+// stay byte for byte the same): &, < and " as entities. The value holds no
+// control characters: AttributeValue removes them from the drawing's texts.
+void AppendAttribute(std::string& out, std::string_view name, std::string_view value) {
+  out += ' ';
+  out += name;
+  out += "=\"";
+  for (const char c : value) {
+    switch (c) {
+      case '&': out += "&amp;"; break;
+      case '<': out += "&lt;"; break;
+      case '"': out += "&quot;"; break;
+      default: out += c;
+    }
+  }
+  out += '"';
 }
 
-void AppendPoints(pugi::xml_node parent, const std::vector<AcGePoint2d>& vertices) {
+void AppendText(std::string& out, std::string_view name, const std::string& value) {
+  AppendAttribute(out, name, fx::svg::AttributeValue(value));
+}
+
+// A number attribute: digits, sign and point need no escaping.
+void AppendNumber(std::string& out, std::string_view name, double value, int decimals) {
+  out += ' ';
+  out += name;
+  out += "=\"";
+  fx::svg::AppendFixed(out, value, decimals);
+  out += '"';
+}
+
+void AppendPoints(std::string& out, const std::vector<AcGePoint2d>& vertices) {
   for (const AcGePoint2d& vertex : vertices) {
-    pugi::xml_node point = parent.append_child("point");
-    point.append_attribute("x") = Fixed4(vertex.x).c_str();
-    point.append_attribute("y") = Fixed4(vertex.y).c_str();
+    out += "<point";
+    AppendNumber(out, "x", vertex.x, 4);
+    AppendNumber(out, "y", vertex.y, 4);
+    out += "/>";
   }
 }
 
 }  // namespace
 
-void BuildFloorXmlV1(const FloorData& floor, bool save_all_attributes, pugi::xml_document& document) {
-  pugi::xml_node declaration = document.append_child(pugi::node_declaration);
-  declaration.append_attribute("version") = "1.0";
-  declaration.append_attribute("encoding") = "UTF-8";
-  pugi::xml_node root = document.append_child("FLOOR");
-  root.append_attribute("xmlns") = kProgramNamespace;
-  pugi::xml_attribute area = root.append_attribute("AREA");
-  if (!floor.floor_id.isNull()) {
-    area = Fixed4(floor.floor ? floor.floor->area : 0.0).c_str();
-    if (floor.floor) AppendPoints(root, floor.floor->vertices);
+std::string FloorXmlV1Text(const FloorData& floor, bool save_all_attributes) {
+  std::string out = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><FLOOR";
+  AppendAttribute(out, "xmlns", kProgramNamespace);
+  if (floor.floor_id.isNull()) {
+    AppendAttribute(out, "AREA", "");
+  } else {
+    AppendNumber(out, "AREA", floor.floor ? floor.floor->area : 0.0, 4);
   }
-  pugi::xml_node rooms = root.append_child("ROOMS");
+  out += '>';
+  if (!floor.floor_id.isNull() && floor.floor) AppendPoints(out, floor.floor->vertices);
+  if (floor.rooms.empty()) {
+    out += "<ROOMS/></FLOOR>";
+    return out;
+  }
+  out += "<ROOMS>";
   for (const FloorRoom& room : floor.rooms) {
-    pugi::xml_node element = rooms.append_child("ROOM");
-    SetText(element, "NUMBER", room.record.name);
-    element.append_attribute("SQINCH") = Fixed6(room.outline ? room.outline->area : 0.0).c_str();
+    out += "<ROOM";
+    AppendText(out, "NUMBER", room.record.name);
+    AppendNumber(out, "SQINCH", room.outline ? room.outline->area : 0.0, 6);
     if (save_all_attributes) {
-      SetText(element, "TYPE", room.record.category);
-      SetText(element, "DESCRIPTION", room.record.description);
-      SetText(element, "COMMENT", room.record.comment);
+      AppendText(out, "TYPE", room.record.category);
+      AppendText(out, "DESCRIPTION", room.record.description);
+      AppendText(out, "COMMENT", room.record.comment);
     }
-    if (room.outline) AppendPoints(element, room.outline->vertices);
+    if (!room.outline || room.outline->vertices.empty()) {
+      out += "/>";
+      continue;
+    }
+    out += '>';
+    AppendPoints(out, room.outline->vertices);
+    out += "</ROOM>";
   }
+  out += "</ROOMS></FLOOR>";
+  return out;
 }
 
 bool WriteFloorXmlV1(const std::string& path, bool strict) {
@@ -61,9 +105,10 @@ bool WriteFloorXmlV1(const std::string& path, bool strict) {
     return false;
   }
   if (!CheckFloor(!floor.floor_id.isNull(), floor.floor ? floor.floor->area : 0.0, strict)) return false;
-  pugi::xml_document document;
-  BuildFloorXmlV1(floor, save_all, document);
-  return SaveDocumentFile(document, path, Compression::kNone);
+  std::string error;
+  if (WriteWholeFile(path, FloorXmlV1Text(floor, save_all), &error)) return true;
+  acutPrintf("%s", SaveFailureMessage(error).c_str());
+  return false;
 }
 
 }  // namespace fx::exports
