@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <typeinfo>
 #include <utility>
 
 #include "host/db_dictionary.h"
@@ -81,7 +82,8 @@ Acad::ErrorStatus acdbOpenObject(T*& object, AcDbObjectId id, AcDb::OpenMode mod
   AcDbObject* opened = nullptr;
   Acad::ErrorStatus status = acdbOpenAcDbObject(opened, id, mode, open_erased);
   if (status != Acad::eOk) return status;
-  object = dynamic_cast<T*>(opened);
+  // An object of exactly class T (most opens) needs no walk up the class tree.
+  object = &typeid(*opened) == &typeid(T) ? static_cast<T*>(opened) : dynamic_cast<T*>(opened);
   if (object == nullptr) {
     opened->close();
     return Acad::eNotThatKindOfClass;
