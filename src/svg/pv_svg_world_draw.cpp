@@ -28,6 +28,7 @@ PvSvgWorldDraw::PvSvgWorldDraw(AcDbDatabase* database, const fx::svg::Frame& fra
       options_(std::move(options)),
       decimals_(fx::svg::CoordinateDecimals(std::hypot(frame.width(), frame.height()))),
       deviation_(kDeviationInDecimals * std::pow(10.0, -decimals_)),
+      shortest_dash_(std::pow(10.0, -decimals_)),
       drawing_linetype_scale_(database != nullptr ? database->ltscale() : 1.0),
       document_(std::make_unique<pugi::xml_document>()),
       context_(database),
@@ -124,16 +125,30 @@ void PvSvgWorldDraw::ProgramAttributes(pugi::xml_node node, const ResolvedStyle&
   node.append_attribute("ss:lw") = style.weight_source;
 }
 
+const std::string& PvSvgWorldDraw::ColorOf(uint32_t rgb) {
+  if (rgb != color_rgb_ || color_text_.empty()) {
+    color_rgb_ = rgb;
+    color_text_ = fx::svg::ColorText(rgb);
+  }
+  return color_text_;
+}
+
 void PvSvgWorldDraw::Stroke(pugi::xml_node node, const ResolvedStyle& style, bool filled) {
-  const std::string color = fx::svg::ColorText(style.rgb);
+  const std::string& color = ColorOf(style.rgb);
   node.append_attribute("stroke") = color.c_str();
-  node.append_attribute("stroke-width") = fx::svg::LineWeightText(style.weight).c_str();
+  if (style.weight != width_weight_ || width_text_.empty()) {
+    width_weight_ = style.weight;
+    width_text_ = fx::svg::LineWeightText(style.weight);
+  }
+  node.append_attribute("stroke-width") = width_text_.c_str();
   // Dash lengths scale with the entity's and the drawing's linetype scale and with inserts.
-  const double scale = style.linetype_scale * drawing_linetype_scale_ * transforms_.back().scale();
-  if (fx::svg::DashAttributes(styles_.Dashes(style.linetype), scale, std::pow(10.0, -decimals_), dash_array_,
-                              dash_offset_)) {
-    node.append_attribute("stroke-dasharray") = dash_array_.c_str();
-    if (!dash_offset_.empty()) node.append_attribute("stroke-dashoffset") = dash_offset_.c_str();
+  const std::vector<double>& dashes = styles_.Dashes(style.linetype);
+  if (!dashes.empty()) {
+    const double scale = style.linetype_scale * drawing_linetype_scale_ * transforms_.back().scale();
+    if (fx::svg::DashAttributes(dashes, scale, shortest_dash_, dash_array_, dash_offset_)) {
+      node.append_attribute("stroke-dasharray") = dash_array_.c_str();
+      if (!dash_offset_.empty()) node.append_attribute("stroke-dashoffset") = dash_offset_.c_str();
+    }
   }
   if (filled) node.append_attribute("fill") = color.c_str();
   ProgramAttributes(node, style);

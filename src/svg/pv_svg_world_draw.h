@@ -114,6 +114,8 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
   // stroke, stroke-width, dashes, fill (when `filled`), then the ss: attributes.
   void Stroke(pugi::xml_node node, const fx::svg::ResolvedStyle& style, bool filled);
   void ProgramAttributes(pugi::xml_node node, const fx::svg::ResolvedStyle& style);
+  // "#RRGGBB" of `rgb`, kept while the colour stays the same.
+  const std::string& ColorOf(uint32_t rgb);
   bool Points(const char* name, const std::vector<fx::svg::Point2>& points, bool filled);
   bool InfiniteLine(const AcGePoint3d& base, const AcGePoint3d& through, bool both_ways);
 
@@ -134,6 +136,7 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
   fx::svg::SvgOptions options_;
   int decimals_;
   double deviation_;
+  double shortest_dash_;           // a unit of the last decimal written
   double drawing_linetype_scale_;  // $LTSCALE
   std::unique_ptr<pugi::xml_document> document_;
   fx::svg::SvgSkeleton skeleton_;
@@ -160,6 +163,13 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
 
   fx::svg::PathWriter path_;
   std::string dash_array_, dash_offset_;
+  // The texts of the last colour and stroke width written, and what they are of.
+  uint32_t color_rgb_ = 0;
+  std::string color_text_;
+  int width_weight_ = 0;
+  std::string width_text_;
+  // The font family of the last face written.
+  std::string family_face_, family_text_;
 };
 
 #endif  // FLOORXPORT_SVG_PV_SVG_WORLD_DRAW_H_

@@ -15,17 +15,30 @@ bool Report(std::string* error, const std::string& message) {
   return false;
 }
 
-// Streams the document's text into the new file.
+// Streams the document's text into the new file in large writes (pugixml
+// hands it over a few kilobytes at a time).
 class FileWriter : public pugi::xml_writer {
  public:
-  explicit FileWriter(WholeFile& file) : file_(file) {}
+  explicit FileWriter(WholeFile& file) : file_(file) { buffer_.reserve(kBufferSize); }
   void write(const void* data, size_t size) override {
-    if (ok_) ok_ = file_.Write(std::string_view(static_cast<const char*>(data), size));
+    if (buffer_.size() + size > kBufferSize) Flush();
+    if (size >= kBufferSize) {
+      if (ok_) ok_ = file_.Write(std::string_view(static_cast<const char*>(data), size));
+      return;
+    }
+    buffer_.append(static_cast<const char*>(data), size);
   }
-  bool ok() const { return ok_; }
+  // Writes what is buffered; true when everything so far was written.
+  bool Flush() {
+    if (ok_ && !buffer_.empty()) ok_ = file_.Write(buffer_);
+    buffer_.clear();
+    return ok_;
+  }
 
  private:
+  static constexpr size_t kBufferSize = 1 << 20;
   WholeFile& file_;
+  std::string buffer_;
   bool ok_ = true;
 };
 
@@ -57,7 +70,7 @@ bool Save(const pugi::xml_document& document, const std::string& path, const cha
   if (gzip_mode == nullptr) {
     FileWriter writer(file);
     WriteDocument(document, writer, code_page);
-    if (!writer.ok()) return Report(error, file.error());
+    if (!writer.Flush()) return Report(error, file.error());
   } else {
     // zlib gets its own descriptor: gzclose closes it, the file keeps its
     // own for the flush to disk and the rename.
