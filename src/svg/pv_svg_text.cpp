@@ -125,30 +125,30 @@ bool PvSvgWorldDraw::text(const AcGePoint3d& position, const AcGeVector3d& norma
       box.Add({m[0] * u + m[2] * v + m[4], m[1] * u + m[3] * v + m[5]});
   if (!Keep(box)) return false;
 
-  pugi::xml_node node = Element("text");
+  fx::svg::XmlElement node = Element("text");
   std::string value;
   fx::svg::AppendMatrix(value, m, decimals_);
-  node.append_attribute("transform") = value.c_str();
+  node.Attribute("transform", value.c_str());
   std::string face = FaceOf(style);
   if (face != family_face_ || family_text_.empty()) {
     family_text_ = fx::svg::FontFamily(face);
     family_face_ = std::move(face);
   }
-  node.append_attribute("font-family") = family_text_.c_str();
+  node.Attribute("font-family", family_text_.c_str());
   value.clear();
   fx::svg::AppendGeneral(value, font_size, 6);
-  node.append_attribute("font-size") = value.c_str();
-  if (style.bold) node.append_attribute("font-weight") = "bold";
-  if (style.italic) node.append_attribute("font-style") = "italic";
-  if (const char* stretch = Stretch(width)) node.append_attribute("font-stretch") = stretch;
+  node.Attribute("font-size", value.c_str());
+  if (style.bold) node.Attribute("font-weight", "bold");
+  if (style.italic) node.Attribute("font-style", "italic");
+  if (const char* stretch = Stretch(width)) node.Attribute("font-stretch", stretch);
   if (style.vertical) {
-    node.append_attribute("writing-mode") = "tb";
-    node.append_attribute("glyph-orientation-vertical") = "0";
+    node.Attribute("writing-mode", "tb");
+    node.Attribute("glyph-orientation-vertical", "0");
   }
-  if (style.underlined) node.append_attribute("text-decoration") = "underline";
-  node.append_attribute("fill") = ColorOf(resolved.rgb).c_str();
-  node.append_attribute("stroke") = "none";
+  if (style.underlined) node.Attribute("text-decoration", "underline");
+  node.Attribute("fill", ColorOf(resolved.rgb).c_str());
+  node.Attribute("stroke", "none");
   ProgramAttributes(node, resolved);
-  node.append_child(pugi::node_pcdata).set_value(content.c_str());
+  node.Text(content);
   return false;
 }

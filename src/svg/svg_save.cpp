@@ -62,9 +62,10 @@ class GzipWriter : public pugi::xml_writer {
   bool ok_ = true;
 };
 
-// SaveXmlDocument, the text in `code_page`.
-bool Save(const pugi::xml_document& document, const std::string& path, const char* gzip_mode,
-          unsigned code_page, std::string* error) {
+// SaveXmlDocument, the text in `code_page`, of a tree or of a rendered document.
+template <typename Document>
+bool Save(const Document& document, const std::string& path, const char* gzip_mode, unsigned code_page,
+          std::string* error) {
   WholeFile file(path);
   if (!file.ok()) return Report(error, file.error());
   if (gzip_mode == nullptr) {
@@ -102,6 +103,14 @@ bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::s
 
 bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error,
               unsigned code_page) {
+  return Save(document, path, "wb6f", code_page, error);
+}
+
+bool SaveSvg(const SvgText& document, const std::string& path, std::string* error) {
+  return Save(document, path, nullptr, kCodePageUtf8, error);
+}
+
+bool SaveSvgz(const SvgText& document, const std::string& path, std::string* error, unsigned code_page) {
   return Save(document, path, "wb6f", code_page, error);
 }
 

@@ -10,6 +10,7 @@
 #include <pugixml.hpp>
 
 #include "host/code_page.h"
+#include "svg/svg_document.h"
 
 namespace fx::svg {
 
@@ -28,6 +29,11 @@ bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::s
 // export gives the room report's, rooms/report.h) with a declaration naming
 // it; see WriteDocument in svg_document.h.
 bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error = nullptr,
+              unsigned code_page = kCodePageUtf8);
+
+// The same for the text of a rendered document, written as it was made.
+bool SaveSvg(const SvgText& document, const std::string& path, std::string* error = nullptr);
+bool SaveSvgz(const SvgText& document, const std::string& path, std::string* error = nullptr,
               unsigned code_page = kCodePageUtf8);
 
 }  // namespace fx::svg
