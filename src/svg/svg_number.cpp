@@ -103,16 +103,22 @@ bool AppendGeneralQuickly(std::string& out, double value, int precision) {
     return true;
   }
   if (!std::isfinite(value) || precision < 1 || precision > kMaxQuickDecimals) return false;
-  // Near a power of ten the logarithm's own rounding could give the wrong floor.
-  const double logarithm = std::log10(std::abs(value));
-  if (std::abs(logarithm - std::round(logarithm)) < kLogarithmMargin) return false;
-  const int exponent = static_cast<int>(std::floor(logarithm));
+  // Near a power of ten the logarithm's own rounding could give the wrong
+  // floor: there the power decides, where it is exact.
+  const double magnitude = std::abs(value);
+  const double logarithm = std::log10(magnitude);
+  const double nearest = std::round(logarithm);
+  int exponent = static_cast<int>(std::floor(logarithm));
+  if (std::abs(logarithm - nearest) < kLogarithmMargin) {
+    if (nearest < 0 || nearest > kMaxQuickDecimals) return false;
+    exponent = static_cast<int>(nearest) - (magnitude < kPowersOfTen[static_cast<int>(nearest)] ? 1 : 0);
+  }
   if (exponent < -4 || exponent >= precision) return false;
   int64_t units = 0;
   const int decimals = precision - 1 - exponent;
   if (decimals > kMaxQuickDecimals || !QuickUnits(value, decimals, units)) return false;
-  const int64_t magnitude = units < 0 ? -units : units;
-  if (magnitude < kIntegerPowersOfTen[precision - 1] || magnitude >= kIntegerPowersOfTen[precision]) return false;
+  const int64_t digits = units < 0 ? -units : units;
+  if (digits < kIntegerPowersOfTen[precision - 1] || digits >= kIntegerPowersOfTen[precision]) return false;
   AppendUnits(out, units, decimals);
   return true;
 }

@@ -76,7 +76,8 @@ TEST(SvgNumberTest, NumbersMatchTheCLibraryAcrossMagnitudesAndTies) {
     ASSERT_EQ(fx::svg::General(value, precision), CGeneral(value, precision)) << value << " " << precision;
   }
   // Powers of ten and values that round up into the next one.
-  for (double value : {1e-5, 9.99995e-5, 1e-4, 0.001, 999.9996, 999999.5, 1e6, 0.99999999999})
+  for (double value : {1e-5, 9.99995e-5, 1e-4, 0.001, 1.0, -1.0, 10.0, 100.0, 1000.0, 999.9996, 999999.5, 1e6, 1e9,
+                       0.99999999999, 1.0000000001, std::nextafter(100.0, 0.0), std::nextafter(1e6, 2e6)})
     for (int precision : {4, 6, 9}) EXPECT_EQ(fx::svg::General(value, precision), CGeneral(value, precision)) << value;
 }
 
