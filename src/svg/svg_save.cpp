@@ -97,15 +97,6 @@ bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path
   return Save(document, path, gzip_mode, kCodePageUtf8, error);
 }
 
-bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error) {
-  return SaveXmlDocument(document, path, nullptr, error);
-}
-
-bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error,
-              unsigned code_page) {
-  return Save(document, path, "wb6f", code_page, error);
-}
-
 bool SaveSvg(const SvgText& document, const std::string& path, std::string* error) {
   return Save(document, path, nullptr, kCodePageUtf8, error);
 }
