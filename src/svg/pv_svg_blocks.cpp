@@ -126,11 +126,11 @@ bool PvSvgWorldDraw::UseDefinition(const AcDbBlockReference& insert, const AcGeM
   }
   if (!box.empty() && Keep(box)) {
     fx::svg::XmlElement node = Element("use");
-    node.Attribute("xlink:href", ("#CB_" + std::to_string(written.number)).c_str());
+    node.Attribute("xlink:href", "#CB_" + std::to_string(written.number));
     std::string matrix;
     const double m[6] = {use(0, 0), use(1, 0), use(0, 1), use(1, 1), use(0, 3), use(1, 3)};
     fx::svg::AppendMatrix(matrix, m, decimals_);
-    node.Attribute("transform", matrix.c_str());
+    node.Attribute("transform", matrix);
     ProgramAttributes(node, style);
   }
   DrawAttributes(insert, style);
@@ -142,7 +142,7 @@ PvSvgWorldDraw::Written PvSvgWorldDraw::WriteDefinition(AcDbObjectId block, cons
   Definition definition;
   const int number = definition_count_++;
   definition.group = text_->Define("g", &definition.slot);
-  definition.group.Attribute("id", ("CB_" + std::to_string(number)).c_str());
+  definition.group.Attribute("id", "CB_" + std::to_string(number));
   definition.block = block;
   definition.to_svg = to_svg;
   writing_.push_back(definition);

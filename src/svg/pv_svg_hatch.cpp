@@ -250,8 +250,8 @@ bool PvSvgWorldDraw::hatch(const AcDbHatch& hatch, const std::vector<AcDbHatchLo
 
   if (solid) {
     fx::svg::XmlElement node = Element("path");
-    node.Attribute("d", boundary.c_str());
-    node.Attribute("fill", fx::svg::ColorText(style.rgb).c_str());
+    node.Attribute("d", boundary);
+    node.Attribute("fill", fx::svg::ColorText(style.rgb));
     node.Attribute("fill-rule", "evenodd");
     node.Attribute("stroke", "none");
     ProgramAttributes(node, style);
@@ -263,21 +263,21 @@ bool PvSvgWorldDraw::hatch(const AcDbHatch& hatch, const std::vector<AcDbHatchLo
   if (!PatternPath(families, polygons, to_output)) {
     // Too dense to write: the boundary shows where the hatch is.
     fx::svg::XmlElement node = Element("path");
-    node.Attribute("d", boundary.c_str());
+    node.Attribute("d", boundary);
     Stroke(node, style, false);
     return true;
   }
   if (path_.empty()) return true;
   const std::string id = "HP" + std::to_string(hatch_count_++);
   fx::svg::XmlElement clip = text_->Define("clipPath");
-  clip.Attribute("id", id.c_str());
+  clip.Attribute("id", id);
   fx::svg::XmlElement outline = clip.Child("path");
-  outline.Attribute("d", boundary.c_str());
+  outline.Attribute("d", boundary);
   outline.Attribute("clip-rule", "evenodd");
   fx::svg::XmlElement group = Element("g");
-  group.Attribute("clip-path", ("url(#" + id + ")").c_str());
+  group.Attribute("clip-path", "url(#" + id + ")");
   fx::svg::XmlElement lines = group.Child("path");
-  lines.Attribute("d", path_.text().c_str());
+  lines.Attribute("d", path_.text());
   Stroke(lines, style, false);
   return true;
 }

@@ -128,16 +128,16 @@ bool PvSvgWorldDraw::text(const AcGePoint3d& position, const AcGeVector3d& norma
   fx::svg::XmlElement node = Element("text");
   std::string value;
   fx::svg::AppendMatrix(value, m, decimals_);
-  node.Attribute("transform", value.c_str());
+  node.Attribute("transform", value);
   std::string face = FaceOf(style);
   if (face != family_face_ || family_text_.empty()) {
     family_text_ = fx::svg::FontFamily(face);
     family_face_ = std::move(face);
   }
-  node.Attribute("font-family", family_text_.c_str());
+  node.Attribute("font-family", family_text_);
   value.clear();
   fx::svg::AppendGeneral(value, font_size, 6);
-  node.Attribute("font-size", value.c_str());
+  node.Attribute("font-size", value);
   if (style.bold) node.Attribute("font-weight", "bold");
   if (style.italic) node.Attribute("font-style", "italic");
   if (const char* stretch = Stretch(width)) node.Attribute("font-stretch", stretch);
@@ -146,7 +146,7 @@ bool PvSvgWorldDraw::text(const AcGePoint3d& position, const AcGeVector3d& norma
     node.Attribute("glyph-orientation-vertical", "0");
   }
   if (style.underlined) node.Attribute("text-decoration", "underline");
-  node.Attribute("fill", ColorOf(resolved.rgb).c_str());
+  node.Attribute("fill", ColorOf(resolved.rgb));
   node.Attribute("stroke", "none");
   ProgramAttributes(node, resolved);
   node.Text(content);

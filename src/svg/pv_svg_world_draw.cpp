@@ -145,22 +145,22 @@ const std::string& PvSvgWorldDraw::ColorOf(uint32_t rgb) {
 
 void PvSvgWorldDraw::Stroke(const fx::svg::XmlElement& node, const ResolvedStyle& style, bool filled) {
   const std::string& color = ColorOf(style.rgb);
-  node.Attribute("stroke", color.c_str());
+  node.Attribute("stroke", color);
   if (style.weight != width_weight_ || width_text_.empty()) {
     width_weight_ = style.weight;
     width_text_ = fx::svg::LineWeightText(style.weight);
   }
-  node.Attribute("stroke-width", width_text_.c_str());
+  node.Attribute("stroke-width", width_text_);
   // Dash lengths scale with the entity's and the drawing's linetype scale and with inserts.
   const std::vector<double>& dashes = styles_.Dashes(style.linetype);
   if (!dashes.empty()) {
     const double scale = style.linetype_scale * drawing_linetype_scale_ * transforms_.back().scale();
     if (fx::svg::DashAttributes(dashes, scale, shortest_dash_, dash_array_, dash_offset_)) {
-      node.Attribute("stroke-dasharray", dash_array_.c_str());
-      if (!dash_offset_.empty()) node.Attribute("stroke-dashoffset", dash_offset_.c_str());
+      node.Attribute("stroke-dasharray", dash_array_);
+      if (!dash_offset_.empty()) node.Attribute("stroke-dashoffset", dash_offset_);
     }
   }
-  if (filled) node.Attribute("fill", color.c_str());
+  if (filled) node.Attribute("fill", color);
   ProgramAttributes(node, style);
 }
 
@@ -171,7 +171,7 @@ bool PvSvgWorldDraw::Points(const char* name, const std::vector<Point2>& points,
   path_.Clear();
   for (const Point2& p : points) path_.Pair(p);
   fx::svg::XmlElement node = Element(name);
-  node.Attribute("points", path_.text().c_str());
+  node.Attribute("points", path_.text());
   Stroke(node, CurrentStyle(), filled);
   return false;
 }
@@ -193,19 +193,19 @@ bool PvSvgWorldDraw::circle(const AcGePoint3d& center, double radius, const AcGe
     node = Element("circle");
     path_.Clear();
     path_.Number(arc.center.x);
-    node.Attribute("cx", path_.text().c_str());
+    node.Attribute("cx", path_.text());
     path_.Clear();
     path_.Number(arc.center.y);
-    node.Attribute("cy", path_.text().c_str());
+    node.Attribute("cy", path_.text());
     path_.Clear();
     path_.Number(axes.rx);
-    node.Attribute("r", path_.text().c_str());
+    node.Attribute("r", path_.text());
   } else {
     path_.Clear();
     path_.Arc(arc, true, options_.approximate_arc, deviation_);
     path_.Close();
     node = Element("path");
-    node.Attribute("d", path_.text().c_str());
+    node.Attribute("d", path_.text());
   }
   Stroke(node, style, filled);
   return false;
@@ -234,7 +234,7 @@ bool PvSvgWorldDraw::circularArc(const AcGePoint3d& center, double radius, const
     if (arc_type == kAcGiArcChord) path_.Close();
   }
   fx::svg::XmlElement node = Element("path");
-  node.Attribute("d", path_.text().c_str());
+  node.Attribute("d", path_.text());
   Stroke(node, style, arc_type != kAcGiArcSimple && traits_.fillType() == kAcGiFillAlways);
   return false;
 }
@@ -306,7 +306,7 @@ bool PvSvgWorldDraw::shell(uint32_t vertex_count, const AcGePoint3d* vertices, u
   if (path_.empty() || !Keep(box)) return false;
   const bool filled = traits_.fillType() == kAcGiFillAlways;
   fx::svg::XmlElement node = Element("path");
-  node.Attribute("d", path_.text().c_str());
+  node.Attribute("d", path_.text());
   Stroke(node, style, filled);
   if (filled) node.Attribute("fill-rule", "evenodd");
   return false;
