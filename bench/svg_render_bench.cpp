@@ -72,14 +72,15 @@ int main(int argc, char** argv) {
       options.program_attributes = true;
       options.layer_id = [](AcDbObjectId layer) { return std::optional<long>(static_cast<long>(layer.handle().value())); };
       double best = 1e300;
-      std::unique_ptr<pugi::xml_document> document;
+      std::unique_ptr<fx::svg::SvgText> rendered;
       for (int i = 0; i < args.iterations; ++i) {
         const Clock::time_point start = Clock::now();
-        document = fx::svg::RenderModelSpace(db.get(), frame, options);
+        rendered = fx::svg::RenderModelSpaceText(db.get(), frame, options);
         best = std::min(best, Seconds(start));
       }
-      if (document == nullptr) return 1;
-      const std::string text = fx::svg::DocumentText(*document);
+      if (rendered == nullptr) return 1;
+      const std::string text = rendered->Text();
+      const std::unique_ptr<pugi::xml_document> document = rendered->Document();
       size_t elements = 0;
       struct Counter : pugi::xml_tree_walker {
         size_t* count;
@@ -96,7 +97,7 @@ int main(int argc, char** argv) {
                   text.size(), elements, defs);
       if (!args.out.empty()) {
         const std::string out = args.out + "/" + name + (blocks ? ".blocks.svg" : ".inline.svg");
-        if (!fx::svg::SaveSvg(*document, out, &error)) std::fprintf(stderr, "%s\n", error.c_str());
+        if (!fx::svg::SaveSvg(*rendered, out, &error)) std::fprintf(stderr, "%s\n", error.c_str());
       }
     }
   }

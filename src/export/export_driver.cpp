@@ -56,7 +56,7 @@ DriverResult RunExportDriver(AcDbDatabase& database, const ExportSettings& setti
   // Model space draws itself entity by entity in database order, then the
   // frame outline when "Draw Box" is set.
   Acad::ErrorStatus status = Acad::eOk;
-  result.svg = fx::svg::RenderModelSpace(&database, result.frame, RendererOptions(settings, options), &status);
+  result.svg = fx::svg::RenderModelSpaceText(&database, result.frame, RendererOptions(settings, options), &status);
   if (result.svg == nullptr) acutPrintf("\npModelSpace.openStatus = %s", Text(status));
   return result;
 }

@@ -13,6 +13,7 @@
 
 #include "export/export_settings.h"
 #include "host/geometry.h"
+#include "svg/svg_document.h"
 #include "svg/svg_options.h"
 
 class AcDbDatabase;
@@ -26,7 +27,7 @@ struct DriverOptions {
 };
 
 struct DriverResult {
-  std::unique_ptr<pugi::xml_document> svg;
+  std::unique_ptr<fx::svg::SvgText> svg;
   fx::svg::Frame frame;
   AcGeMatrix3d world_to_svg;  // "A2SVG"
   AcGeMatrix3d svg_to_world;  // "SVG2A", its inverse

@@ -88,7 +88,7 @@ void BuildFloorDocument(const FloorDocumentParts& parts, pugi::xml_document& doc
   AppendMatrix(layout, "SVG2A", parts.drawing->svg_to_world);
 
   pugi::xml_node svg;
-  if (parts.drawing->svg != nullptr) svg = root.append_copy(parts.drawing->svg->document_element());
+  if (parts.drawing->svg != nullptr) svg = parts.drawing->svg->AppendTo(root);
   SetEmptyFlags(layers, svg);
 }
 

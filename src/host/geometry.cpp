@@ -1,6 +1,7 @@
 #include "host/geometry.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 AcGeTol AcGeContext::gTol;
@@ -51,12 +52,20 @@ AcGeMatrix3d AcGeMatrix3d::scaling(double sx, double sy, double sz, const AcGePo
   s.m_[0][0] = sx;
   s.m_[1][1] = sy;
   s.m_[2][2] = sz;
+  // About the origin with finite factors the products below only turn a
+  // -0 factor into +0.
+  if (center.x == 0 && center.y == 0 && center.z == 0 && std::isfinite(sx) && std::isfinite(sy) && std::isfinite(sz)) {
+    for (int i = 0; i < 3; ++i) s.m_[i][i] += 0.0;
+    return s;
+  }
   AcGeVector3d to_center = center - AcGePoint3d::kOrigin;
   return translation(to_center) * s * translation(-to_center);
 }
 
 AcGeMatrix3d AcGeMatrix3d::planeToWorld(const AcGeVector3d& normal) {
-  // The arbitrary axis algorithm of the DXF format.
+  // The arbitrary axis algorithm of the DXF format. +Z, the usual normal,
+  // without the arithmetic.
+  if (normal.x == 0 && normal.y == 0 && normal.z > 0 && std::isfinite(normal.z)) return {};
   AcGeVector3d n = normal.normal();
   if (n.length() == 0 || n.isEqualTo(AcGeVector3d::kZAxis, AcGeTol(1e-12, 1e-12))) return {};
   constexpr double kLimit = 1.0 / 64;

@@ -125,12 +125,12 @@ bool PvSvgWorldDraw::UseDefinition(const AcDbBlockReference& insert, const AcGeM
       }
   }
   if (!box.empty() && Keep(box)) {
-    pugi::xml_node node = Element("use");
-    node.append_attribute("xlink:href") = ("#CB_" + std::to_string(written.number)).c_str();
+    fx::svg::XmlElement node = Element("use");
+    node.Attribute("xlink:href", "#CB_" + std::to_string(written.number));
     std::string matrix;
     const double m[6] = {use(0, 0), use(1, 0), use(0, 1), use(1, 1), use(0, 3), use(1, 3)};
     fx::svg::AppendMatrix(matrix, m, decimals_);
-    node.append_attribute("transform") = matrix.c_str();
+    node.Attribute("transform", matrix);
     ProgramAttributes(node, style);
   }
   DrawAttributes(insert, style);
@@ -141,8 +141,8 @@ PvSvgWorldDraw::Written PvSvgWorldDraw::WriteDefinition(AcDbObjectId block, cons
                                                         const AcGeMatrix3d& to_svg, const ResolvedStyle& style) {
   Definition definition;
   const int number = definition_count_++;
-  definition.group = fx::svg::Definitions(skeleton_).append_child("g");
-  definition.group.append_attribute("id") = ("CB_" + std::to_string(number)).c_str();
+  definition.group = text_->Define("g", &definition.slot);
+  definition.group.Attribute("id", "CB_" + std::to_string(number));
   definition.block = block;
   definition.to_svg = to_svg;
   writing_.push_back(definition);
@@ -169,11 +169,7 @@ PvSvgWorldDraw::Written PvSvgWorldDraw::WriteDefinition(AcDbObjectId block, cons
   definition = writing_.back();
   writing_.pop_back();
   // A block that draws nothing needs no definition; its inserts write no <use>.
-  if (definition.bounds.empty()) {
-    pugi::xml_node defs = definition.group.parent();
-    defs.remove_child(definition.group);
-    if (!defs.first_child()) defs.parent().remove_child(defs);
-  }
+  if (definition.bounds.empty()) text_->DropDefinition(definition.slot);
   Written written;
   written.number = number;
   written.inherits = definition.inherits;

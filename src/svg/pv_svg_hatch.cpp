@@ -249,11 +249,11 @@ bool PvSvgWorldDraw::hatch(const AcDbHatch& hatch, const std::vector<AcDbHatchLo
   const std::string boundary = path_.text();
 
   if (solid) {
-    pugi::xml_node node = Element("path");
-    node.append_attribute("d") = boundary.c_str();
-    node.append_attribute("fill") = fx::svg::ColorText(style.rgb).c_str();
-    node.append_attribute("fill-rule") = "evenodd";
-    node.append_attribute("stroke") = "none";
+    fx::svg::XmlElement node = Element("path");
+    node.Attribute("d", boundary);
+    node.Attribute("fill", fx::svg::ColorText(style.rgb));
+    node.Attribute("fill-rule", "evenodd");
+    node.Attribute("stroke", "none");
     ProgramAttributes(node, style);
     return true;
   }
@@ -262,22 +262,22 @@ bool PvSvgWorldDraw::hatch(const AcDbHatch& hatch, const std::vector<AcDbHatchLo
   path_.Clear();
   if (!PatternPath(families, polygons, to_output)) {
     // Too dense to write: the boundary shows where the hatch is.
-    pugi::xml_node node = Element("path");
-    node.append_attribute("d") = boundary.c_str();
+    fx::svg::XmlElement node = Element("path");
+    node.Attribute("d", boundary);
     Stroke(node, style, false);
     return true;
   }
   if (path_.empty()) return true;
   const std::string id = "HP" + std::to_string(hatch_count_++);
-  pugi::xml_node clip = fx::svg::Definitions(skeleton_).append_child("clipPath");
-  clip.append_attribute("id") = id.c_str();
-  pugi::xml_node outline = clip.append_child("path");
-  outline.append_attribute("d") = boundary.c_str();
-  outline.append_attribute("clip-rule") = "evenodd";
-  pugi::xml_node group = Element("g");
-  group.append_attribute("clip-path") = ("url(#" + id + ")").c_str();
-  pugi::xml_node lines = group.append_child("path");
-  lines.append_attribute("d") = path_.text().c_str();
+  fx::svg::XmlElement clip = text_->Define("clipPath");
+  clip.Attribute("id", id);
+  fx::svg::XmlElement outline = clip.Child("path");
+  outline.Attribute("d", boundary);
+  outline.Attribute("clip-rule", "evenodd");
+  fx::svg::XmlElement group = Element("g");
+  group.Attribute("clip-path", "url(#" + id + ")");
+  fx::svg::XmlElement lines = group.Child("path");
+  lines.Attribute("d", path_.text());
   Stroke(lines, style, false);
   return true;
 }

@@ -100,7 +100,7 @@ bool PvSvgWorldDraw::text(const AcGePoint3d& position, const AcGeVector3d& norma
                           const char* text, bool raw, const AcGiTextStyle& style) {
   const ResolvedStyle& resolved = CurrentStyle();
   if (resolved.hidden || text == nullptr || !(style.text_size > 0) || !std::isfinite(style.text_size)) return false;
-  const std::string content = fx::svg::TextContent(raw ? std::string(text) : ExpandCodes(text));
+  const std::string content = raw ? fx::svg::TextContent(text) : fx::svg::TextContent(ExpandCodes(text));
   if (content.find_first_not_of(' ') == std::string::npos) return false;
 
   AcGeVector3d along = direction.normal();
@@ -125,23 +125,30 @@ bool PvSvgWorldDraw::text(const AcGePoint3d& position, const AcGeVector3d& norma
       box.Add({m[0] * u + m[2] * v + m[4], m[1] * u + m[3] * v + m[5]});
   if (!Keep(box)) return false;
 
-  pugi::xml_node node = Element("text");
+  fx::svg::XmlElement node = Element("text");
   std::string value;
   fx::svg::AppendMatrix(value, m, decimals_);
-  node.append_attribute("transform") = value.c_str();
-  node.append_attribute("font-family") = fx::svg::FontFamily(FaceOf(style)).c_str();
-  node.append_attribute("font-size") = fx::svg::General(font_size, 6).c_str();
-  if (style.bold) node.append_attribute("font-weight") = "bold";
-  if (style.italic) node.append_attribute("font-style") = "italic";
-  if (const char* stretch = Stretch(width)) node.append_attribute("font-stretch") = stretch;
-  if (style.vertical) {
-    node.append_attribute("writing-mode") = "tb";
-    node.append_attribute("glyph-orientation-vertical") = "0";
+  node.Attribute("transform", value);
+  std::string face = FaceOf(style);
+  if (face != family_face_ || family_text_.empty()) {
+    family_text_ = fx::svg::FontFamily(face);
+    family_face_ = std::move(face);
   }
-  if (style.underlined) node.append_attribute("text-decoration") = "underline";
-  node.append_attribute("fill") = fx::svg::ColorText(resolved.rgb).c_str();
-  node.append_attribute("stroke") = "none";
+  node.Attribute("font-family", family_text_);
+  value.clear();
+  fx::svg::AppendGeneral(value, font_size, 6);
+  node.Attribute("font-size", value);
+  if (style.bold) node.Attribute("font-weight", "bold");
+  if (style.italic) node.Attribute("font-style", "italic");
+  if (const char* stretch = Stretch(width)) node.Attribute("font-stretch", stretch);
+  if (style.vertical) {
+    node.Attribute("writing-mode", "tb");
+    node.Attribute("glyph-orientation-vertical", "0");
+  }
+  if (style.underlined) node.Attribute("text-decoration", "underline");
+  node.Attribute("fill", ColorOf(resolved.rgb));
+  node.Attribute("stroke", "none");
   ProgramAttributes(node, resolved);
-  node.append_child(pugi::node_pcdata).set_value(content.c_str());
+  node.Text(content);
   return false;
 }

@@ -28,18 +28,29 @@ PvSvgWorldDraw::PvSvgWorldDraw(AcDbDatabase* database, const fx::svg::Frame& fra
       options_(std::move(options)),
       decimals_(fx::svg::CoordinateDecimals(std::hypot(frame.width(), frame.height()))),
       deviation_(kDeviationInDecimals * std::pow(10.0, -decimals_)),
+      shortest_dash_(std::pow(10.0, -decimals_)),
       drawing_linetype_scale_(database != nullptr ? database->ltscale() : 1.0),
-      document_(std::make_unique<pugi::xml_document>()),
+      text_(std::make_unique<fx::svg::SvgText>(frame)),
       context_(database),
       styles_(database, options_),
       path_(decimals_) {
-  skeleton_ = fx::svg::StartDocument(*document_, frame_);
   transforms_.push_back(AcGeMatrix3d::kIdentity);
   inherited_.push_back(styles_.Root());
-  parents_.push_back(skeleton_.drawing);
+  parents_.push_back(text_->Drawing());
 }
 
 PvSvgWorldDraw::~PvSvgWorldDraw() = default;
+
+const pugi::xml_document& PvSvgWorldDraw::document() const {
+  parsed_ = text_->Document();
+  return *parsed_;
+}
+
+std::unique_ptr<pugi::xml_document> PvSvgWorldDraw::takeDocument() {
+  std::unique_ptr<pugi::xml_document> document = text_->Document();
+  text_.reset();
+  return document;
+}
 
 AcGiWorldGeometry& PvSvgWorldDraw::geometry() const { return const_cast<PvSvgWorldDraw&>(*this); }
 
@@ -114,28 +125,42 @@ bool PvSvgWorldDraw::Keep(const Box2& box) {
   return box.Intersects(frame);
 }
 
-pugi::xml_node PvSvgWorldDraw::Element(const char* name) { return parents_.back().append_child(name); }
+fx::svg::XmlElement PvSvgWorldDraw::Element(const char* name) { return parents_.back().Child(name); }
 
-void PvSvgWorldDraw::ProgramAttributes(pugi::xml_node node, const ResolvedStyle& style) {
+void PvSvgWorldDraw::ProgramAttributes(const fx::svg::XmlElement& node, const ResolvedStyle& style) {
   if (!options_.program_attributes) return;
   const fx::svg::LayerStyle& layer = styles_.Layer(style.layer);
-  if (layer.lid) node.append_attribute("ss:lid") = static_cast<long long>(*layer.lid);
-  node.append_attribute("ss:color") = style.color_source;
-  node.append_attribute("ss:lw") = style.weight_source;
+  if (layer.lid) node.Attribute("ss:lid", static_cast<long long>(*layer.lid));
+  node.Attribute("ss:color", style.color_source);
+  node.Attribute("ss:lw", style.weight_source);
 }
 
-void PvSvgWorldDraw::Stroke(pugi::xml_node node, const ResolvedStyle& style, bool filled) {
-  const std::string color = fx::svg::ColorText(style.rgb);
-  node.append_attribute("stroke") = color.c_str();
-  node.append_attribute("stroke-width") = fx::svg::LineWeightText(style.weight).c_str();
-  // Dash lengths scale with the entity's and the drawing's linetype scale and with inserts.
-  const double scale = style.linetype_scale * drawing_linetype_scale_ * transforms_.back().scale();
-  if (fx::svg::DashAttributes(styles_.Dashes(style.linetype), scale, std::pow(10.0, -decimals_), dash_array_,
-                              dash_offset_)) {
-    node.append_attribute("stroke-dasharray") = dash_array_.c_str();
-    if (!dash_offset_.empty()) node.append_attribute("stroke-dashoffset") = dash_offset_.c_str();
+const std::string& PvSvgWorldDraw::ColorOf(uint32_t rgb) {
+  if (rgb != color_rgb_ || color_text_.empty()) {
+    color_rgb_ = rgb;
+    color_text_ = fx::svg::ColorText(rgb);
   }
-  if (filled) node.append_attribute("fill") = color.c_str();
+  return color_text_;
+}
+
+void PvSvgWorldDraw::Stroke(const fx::svg::XmlElement& node, const ResolvedStyle& style, bool filled) {
+  const std::string& color = ColorOf(style.rgb);
+  node.Attribute("stroke", color);
+  if (style.weight != width_weight_ || width_text_.empty()) {
+    width_weight_ = style.weight;
+    width_text_ = fx::svg::LineWeightText(style.weight);
+  }
+  node.Attribute("stroke-width", width_text_);
+  // Dash lengths scale with the entity's and the drawing's linetype scale and with inserts.
+  const std::vector<double>& dashes = styles_.Dashes(style.linetype);
+  if (!dashes.empty()) {
+    const double scale = style.linetype_scale * drawing_linetype_scale_ * transforms_.back().scale();
+    if (fx::svg::DashAttributes(dashes, scale, shortest_dash_, dash_array_, dash_offset_)) {
+      node.Attribute("stroke-dasharray", dash_array_);
+      if (!dash_offset_.empty()) node.Attribute("stroke-dashoffset", dash_offset_);
+    }
+  }
+  if (filled) node.Attribute("fill", color);
   ProgramAttributes(node, style);
 }
 
@@ -145,8 +170,8 @@ bool PvSvgWorldDraw::Points(const char* name, const std::vector<Point2>& points,
   if (!Keep(box)) return false;
   path_.Clear();
   for (const Point2& p : points) path_.Pair(p);
-  pugi::xml_node node = Element(name);
-  node.append_attribute("points") = path_.text().c_str();
+  fx::svg::XmlElement node = Element(name);
+  node.Attribute("points", path_.text());
   Stroke(node, CurrentStyle(), filled);
   return false;
 }
@@ -162,25 +187,25 @@ bool PvSvgWorldDraw::circle(const AcGePoint3d& center, double radius, const AcGe
   if (!Keep(arc.Bounds())) return false;
   const bool filled = traits_.fillType() == kAcGiFillAlways;
   const fx::svg::EllipseAxes axes = fx::svg::AxesOf(arc.u, arc.v);
-  pugi::xml_node node;
+  fx::svg::XmlElement node;
   if (axes.rx == axes.ry) {
     // Seen square on, still a circle.
     node = Element("circle");
     path_.Clear();
     path_.Number(arc.center.x);
-    node.append_attribute("cx") = path_.text().c_str();
+    node.Attribute("cx", path_.text());
     path_.Clear();
     path_.Number(arc.center.y);
-    node.append_attribute("cy") = path_.text().c_str();
+    node.Attribute("cy", path_.text());
     path_.Clear();
     path_.Number(axes.rx);
-    node.append_attribute("r") = path_.text().c_str();
+    node.Attribute("r", path_.text());
   } else {
     path_.Clear();
     path_.Arc(arc, true, options_.approximate_arc, deviation_);
     path_.Close();
     node = Element("path");
-    node.append_attribute("d") = path_.text().c_str();
+    node.Attribute("d", path_.text());
   }
   Stroke(node, style, filled);
   return false;
@@ -208,8 +233,8 @@ bool PvSvgWorldDraw::circularArc(const AcGePoint3d& center, double radius, const
     path_.Arc(arc, true, options_.approximate_arc, deviation_);
     if (arc_type == kAcGiArcChord) path_.Close();
   }
-  pugi::xml_node node = Element("path");
-  node.append_attribute("d") = path_.text().c_str();
+  fx::svg::XmlElement node = Element("path");
+  node.Attribute("d", path_.text());
   Stroke(node, style, arc_type != kAcGiArcSimple && traits_.fillType() == kAcGiFillAlways);
   return false;
 }
@@ -226,13 +251,13 @@ bool PvSvgWorldDraw::polyline(uint32_t count, const AcGePoint3d* points, const A
     box.Add(out[0]);
     box.Add(out[1]);
     if (!Keep(box)) return false;
-    pugi::xml_node node = Element("line");
+    fx::svg::XmlElement node = Element("line");
     const char* names[4] = {"x1", "y1", "x2", "y2"};
     const double values[4] = {out[0].x, out[0].y, out[1].x, out[1].y};
     for (int i = 0; i < 4; ++i) {
       path_.Clear();
       path_.Number(values[i]);
-      node.append_attribute(names[i]) = path_.text().c_str();
+      node.Attribute(names[i], path_.text());
     }
     Stroke(node, style, false);
     return false;
@@ -280,10 +305,10 @@ bool PvSvgWorldDraw::shell(uint32_t vertex_count, const AcGePoint3d* vertices, u
   }
   if (path_.empty() || !Keep(box)) return false;
   const bool filled = traits_.fillType() == kAcGiFillAlways;
-  pugi::xml_node node = Element("path");
-  node.append_attribute("d") = path_.text().c_str();
+  fx::svg::XmlElement node = Element("path");
+  node.Attribute("d", path_.text());
   Stroke(node, style, filled);
-  if (filled) node.append_attribute("fill-rule") = "evenodd";
+  if (filled) node.Attribute("fill-rule", "evenodd");
   return false;
 }
 

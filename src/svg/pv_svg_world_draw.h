@@ -1,6 +1,6 @@
 // The SVG renderer: the world-draw sink through which each entity draws
-// itself, writing one SVG element per primitive into a pugixml document
-// (docs/svg-conventions.md gives the mapping).
+// itself, writing one SVG element per primitive into the document's text as
+// it goes (docs/svg-conventions.md gives the mapping).
 //
 // Coordinates: the caller pushes the world-to-SVG transform (WorldToSvg in
 // render_model_space.h) as the first model transform; from then on the
@@ -78,9 +78,12 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
   int decimals() const { return decimals_; }
   // The layer "!VANTORYIMPORT"; null when the drawing has none.
   AcDbObjectId importLayerId() const { return styles_.import_layer(); }
-  const pugi::xml_document& document() const { return *document_; }
-  // Hands the document over; the renderer must not draw afterwards.
-  std::unique_ptr<pugi::xml_document> takeDocument() { return std::move(document_); }
+  // The document so far, parsed as a tree (which writes the same text).
+  const pugi::xml_document& document() const;
+  // Hands the document over, as text or as a tree; the renderer must not
+  // draw afterwards.
+  std::unique_ptr<fx::svg::SvgText> takeText() { return std::move(text_); }
+  std::unique_ptr<pugi::xml_document> takeDocument();
   // Block definitions written and hatch clip paths made so far.
   int definitionCount() const { return definition_count_; }
   unsigned hatchCount() const { return hatch_count_; }
@@ -88,7 +91,8 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
  private:
   // A block definition being written.
   struct Definition {
-    pugi::xml_node group;
+    fx::svg::XmlElement group;
+    size_t slot = 0;  // in the document's definitions
     AcDbObjectId block;
     AcGeMatrix3d to_svg;  // its coordinates to SVG coordinates, for the insert it is written for
     fx::svg::Box2 bounds;
@@ -110,10 +114,12 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
   // Whether an element with these bounds is written: inside a definition
   // always (its bounds grow), else when it meets the frame.
   bool Keep(const fx::svg::Box2& box);
-  pugi::xml_node Element(const char* name);
+  fx::svg::XmlElement Element(const char* name);
   // stroke, stroke-width, dashes, fill (when `filled`), then the ss: attributes.
-  void Stroke(pugi::xml_node node, const fx::svg::ResolvedStyle& style, bool filled);
-  void ProgramAttributes(pugi::xml_node node, const fx::svg::ResolvedStyle& style);
+  void Stroke(const fx::svg::XmlElement& node, const fx::svg::ResolvedStyle& style, bool filled);
+  void ProgramAttributes(const fx::svg::XmlElement& node, const fx::svg::ResolvedStyle& style);
+  // "#RRGGBB" of `rgb`, kept while the colour stays the same.
+  const std::string& ColorOf(uint32_t rgb);
   bool Points(const char* name, const std::vector<fx::svg::Point2>& points, bool filled);
   bool InfiniteLine(const AcGePoint3d& base, const AcGePoint3d& through, bool both_ways);
 
@@ -134,9 +140,10 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
   fx::svg::SvgOptions options_;
   int decimals_;
   double deviation_;
+  double shortest_dash_;           // a unit of the last decimal written
   double drawing_linetype_scale_;  // $LTSCALE
-  std::unique_ptr<pugi::xml_document> document_;
-  fx::svg::SvgSkeleton skeleton_;
+  std::unique_ptr<fx::svg::SvgText> text_;
+  mutable std::unique_ptr<pugi::xml_document> parsed_;  // document()
   mutable PvSvgSubEntityTraits traits_;
   PvSvgContext context_;
   fx::svg::StyleResolver styles_;
@@ -144,7 +151,7 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
   std::vector<AcGeMatrix3d> transforms_;  // model to output, cumulative; [0] identity
   std::vector<fx::svg::InheritedStyle> inherited_;  // [0] the top level
   std::vector<size_t> insert_depths_;  // transforms_.size() at each insert drawn by the host
-  std::vector<pugi::xml_node> parents_;
+  std::vector<fx::svg::XmlElement> parents_;
   std::vector<Definition> writing_;
   std::unordered_map<std::string, Written> written_;
   int definition_count_ = 0;
@@ -160,6 +167,13 @@ class PvSvgWorldDraw : public AcGiWorldDraw, public AcGiWorldGeometry {
 
   fx::svg::PathWriter path_;
   std::string dash_array_, dash_offset_;
+  // The texts of the last colour and stroke width written, and what they are of.
+  uint32_t color_rgb_ = 0;
+  std::string color_text_;
+  int width_weight_ = 0;
+  std::string width_text_;
+  // The font family of the last face written.
+  std::string family_face_, family_text_;
 };
 
 #endif  // FLOORXPORT_SVG_PV_SVG_WORLD_DRAW_H_

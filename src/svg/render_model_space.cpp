@@ -58,8 +58,8 @@ void DrawFrameOutline(AcGiWorldGeometry& geometry, AcGiSubEntityTraits& traits, 
   geometry.polyline(5, corners);
 }
 
-std::unique_ptr<pugi::xml_document> RenderModelSpace(AcDbDatabase* database, const Frame& frame,
-                                                     const SvgOptions& options, Acad::ErrorStatus* status) {
+std::unique_ptr<SvgText> RenderModelSpaceText(AcDbDatabase* database, const Frame& frame, const SvgOptions& options,
+                                              Acad::ErrorStatus* status) {
   Acad::ErrorStatus ignored;
   Acad::ErrorStatus& result = status != nullptr ? *status : ignored;
   result = database == nullptr ? Acad::eNullObjectPointer : Acad::eOk;
@@ -80,7 +80,13 @@ std::unique_ptr<pugi::xml_document> RenderModelSpace(AcDbDatabase* database, con
   }
   if (options.draw_box) DrawFrameOutline(draw.geometry(), draw.subEntityTraits(), frame);
   draw.popModelTransform();
-  return draw.takeDocument();
+  return draw.takeText();
+}
+
+std::unique_ptr<pugi::xml_document> RenderModelSpace(AcDbDatabase* database, const Frame& frame,
+                                                     const SvgOptions& options, Acad::ErrorStatus* status) {
+  std::unique_ptr<SvgText> text = RenderModelSpaceText(database, frame, options, status);
+  return text != nullptr ? text->Document() : nullptr;
 }
 
 }  // namespace fx::svg

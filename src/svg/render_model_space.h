@@ -9,6 +9,7 @@
 
 #include "host/geometry.h"
 #include "host/status.h"
+#include "svg/svg_document.h"
 #include "svg/svg_options.h"
 
 class AcDbDatabase;
@@ -36,8 +37,11 @@ void DrawFrameOutline(AcGiWorldGeometry& geometry, AcGiSubEntityTraits& traits, 
 // Renders each visible model-space entity of `database` in database order
 // through a PvSvgWorldDraw whose first model transform is WorldToSvg(frame),
 // then the frame outline when options.draw_box is set. Returns the
-// document; nullptr when model space cannot be opened (*status, when given,
-// is the host's status then, eOk otherwise).
+// document's text; nullptr when model space cannot be opened (*status, when
+// given, is the host's status then, eOk otherwise).
+std::unique_ptr<SvgText> RenderModelSpaceText(AcDbDatabase* database, const Frame& frame, const SvgOptions& options,
+                                              Acad::ErrorStatus* status = nullptr);
+// The same, parsed as a tree.
 std::unique_ptr<pugi::xml_document> RenderModelSpace(AcDbDatabase* database, const Frame& frame,
                                                      const SvgOptions& options,
                                                      Acad::ErrorStatus* status = nullptr);

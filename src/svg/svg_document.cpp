@@ -1,6 +1,7 @@
 #include "svg/svg_document.h"
 
 #include <cstdio>
+#include <stdexcept>
 #include <string_view>
 
 #include "host/code_page.h"
@@ -59,6 +60,18 @@ class CodePageWriter : public pugi::xml_writer {
   std::string pending_;
 };
 
+struct StringWriter : pugi::xml_writer {
+  std::string text;
+  void write(const void* data, size_t size) override { text.append(static_cast<const char*>(data), size); }
+};
+
+// Values as written: no whitespace folded, no line ends changed.
+constexpr unsigned kParseFlags = pugi::parse_escapes | pugi::parse_ws_pcdata;
+
+void CheckParsed(const pugi::xml_parse_result& parsed) {
+  if (!parsed) throw std::runtime_error(std::string("rendered SVG does not parse: ") + parsed.description());
+}
+
 void Corner(std::string& d, char command, double x, double y) {
   if (!d.empty()) d += ' ';
   d += command;
@@ -69,30 +82,13 @@ void Corner(std::string& d, char command, double x, double y) {
 
 }  // namespace
 
-SvgSkeleton StartDocument(pugi::xml_document& document, const Frame& frame) {
-  pugi::xml_node declaration = document.append_child(pugi::node_declaration);
-  declaration.append_attribute("version") = "1.0";
-  declaration.append_attribute("encoding") = "UTF-8";
-
+SvgText::SvgText(const Frame& frame) {
   const double width = frame.width(), height = frame.height();
-  SvgSkeleton skeleton;
-  skeleton.root = document.append_child("svg");
-  pugi::xml_node& root = skeleton.root;
-  root.append_attribute("xmlns") = kSvgNamespace;
-  root.append_attribute("xmlns:ss") = kProgramNamespace;
-  root.append_attribute("xmlns:xlink") = kXlinkNamespace;
   std::string view_box;
   for (double value : {0.0, 0.0, width, height}) {
     if (!view_box.empty()) view_box += ' ';
     AppendGeneral(view_box, value, 6);
   }
-  root.append_attribute("viewBox") = view_box.c_str();
-  root.append_attribute("version") = kSvgVersion;
-  root.append_attribute("stroke-linecap") = "butt";
-  root.append_attribute("stroke-linejoin") = "miter";
-
-  skeleton.clip = root.append_child("clipPath");
-  skeleton.clip.append_attribute("id") = kViewBoxClipId;
   // World (min x, min y) is SVG (0, height); (max x, max y) is (width, 0).
   std::string d;
   Corner(d, 'M', 0, height);
@@ -100,23 +96,58 @@ SvgSkeleton StartDocument(pugi::xml_document& document, const Frame& frame) {
   Corner(d, 'L', width, 0);
   Corner(d, 'L', width, height);
   d += " Z";
-  skeleton.clip.append_child("path").append_attribute("d") = d.c_str();
-
-  skeleton.drawing = root.append_child("g");
-  skeleton.drawing.append_attribute("clip-path") = "url(#clipViewBoxPolyExt)";
-  skeleton.drawing.append_attribute("stroke") = "#000000";
-  skeleton.drawing.append_attribute("stroke-width") = "0.01mm";
-  skeleton.drawing.append_attribute("fill") = "none";
-  return skeleton;
+  // Numbers and constants: nothing in them needs escaping.
+  head_ = std::string("<svg xmlns=\"") + kSvgNamespace + "\" xmlns:ss=\"" + kProgramNamespace + "\" xmlns:xlink=\"" +
+          kXlinkNamespace + "\" viewBox=\"" + view_box + "\" version=\"" + kSvgVersion +
+          "\" stroke-linecap=\"butt\" stroke-linejoin=\"miter\"><clipPath id=\"" + kViewBoxClipId +
+          "\"><path d=\"" + d + "\"/></clipPath>";
+  drawing_element_ = drawing_.Top("g");
+  drawing_element_.Attribute("clip-path", "url(#clipViewBoxPolyExt)")
+      .Attribute("stroke", "#000000")
+      .Attribute("stroke-width", "0.01mm")
+      .Attribute("fill", "none");
 }
 
-pugi::xml_node Definitions(const SvgSkeleton& skeleton) {
-  pugi::xml_node defs = skeleton.root.child("defs");
-  if (!defs) {
-    pugi::xml_node root = skeleton.root;
-    defs = root.insert_child_after("defs", skeleton.clip);
+XmlElement SvgText::Define(const char* name, size_t* slot) {
+  if (slot != nullptr) *slot = definitions_.size();
+  definitions_.push_back(std::make_unique<XmlText>());
+  return definitions_.back()->Top(name);
+}
+
+void SvgText::Write(pugi::xml_writer& writer, const char* encoding) const {
+  const std::string declaration = std::string("<?xml version=\"1.0\" encoding=\"") + encoding + "\"?>";
+  writer.write(declaration.data(), declaration.size());
+  writer.write(head_.data(), head_.size());
+  bool defined = false;
+  for (const std::unique_ptr<XmlText>& definition : definitions_) {
+    if (definition == nullptr) continue;
+    if (!defined) writer.write("<defs>", 6);
+    defined = true;
+    definition->Write(writer);
   }
-  return defs;
+  if (defined) writer.write("</defs>", 7);
+  drawing_.Write(writer);
+  writer.write("</svg>", 6);
+}
+
+std::string SvgText::Text() const {
+  StringWriter writer;
+  Write(writer);
+  return std::move(writer.text);
+}
+
+std::unique_ptr<pugi::xml_document> SvgText::Document() const {
+  const std::string text = Text();
+  auto document = std::make_unique<pugi::xml_document>();
+  CheckParsed(document->load_buffer(text.data(), text.size(), kParseFlags | pugi::parse_declaration,
+                                    pugi::encoding_utf8));
+  return document;
+}
+
+pugi::xml_node SvgText::AppendTo(pugi::xml_node parent) const {
+  const std::string text = Text();
+  CheckParsed(parent.append_buffer(text.data(), text.size(), kParseFlags, pugi::encoding_utf8));
+  return parent.last_child();
 }
 
 void WriteDocument(const pugi::xml_document& document, pugi::xml_writer& writer) {
@@ -146,11 +177,19 @@ void WriteDocument(const pugi::xml_document& document, pugi::xml_writer& writer,
   encoded.Flush();
 }
 
+void WriteDocument(const SvgText& document, pugi::xml_writer& writer, unsigned code_page) {
+  const char* charset = CodePageXmlName(code_page);
+  if (code_page == kCodePageUtf8 || charset == nullptr) {
+    document.Write(writer);
+    return;
+  }
+  CodePageWriter encoded(writer, code_page);
+  document.Write(encoded, charset);
+  encoded.Flush();
+}
+
 std::string DocumentText(const pugi::xml_document& document) {
-  struct StringWriter : pugi::xml_writer {
-    std::string text;
-    void write(const void* data, size_t size) override { text.append(static_cast<const char*>(data), size); }
-  } writer;
+  StringWriter writer;
   WriteDocument(document, writer);
   return std::move(writer.text);
 }

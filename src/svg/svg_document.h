@@ -9,32 +9,53 @@
 #ifndef FLOORXPORT_SVG_SVG_DOCUMENT_H_
 #define FLOORXPORT_SVG_SVG_DOCUMENT_H_
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include <pugixml.hpp>
 
 #include "svg/svg_options.h"
+#include "svg/xml_text.h"
 
 namespace fx::svg {
 
 inline constexpr const char* kViewBoxClipId = "clipViewBoxPolyExt";
 inline constexpr const char* kSvgVersion = "1.1";
 
-struct SvgSkeleton {
-  pugi::xml_node root;     // <svg>
-  pugi::xml_node clip;     // the view-box <clipPath>
-  pugi::xml_node drawing;  // the <g> that receives the drawing
+// The document written as text while the drawing is rendered: the fixed
+// part for `frame`, whose view box is "0 0 width height" ("%.6g"), the
+// frame in SVG coordinates, whose corners the clip path visits in the order
+// of the frame outline: (min x, min y), (min x, max y), (max x, max y),
+// (max x, min y); the <defs> when something was defined; the drawing.
+class SvgText {
+ public:
+  explicit SvgText(const Frame& frame);
+  SvgText(const SvgText&) = delete;
+  SvgText& operator=(const SvgText&) = delete;
+
+  // The <g> that receives the drawing.
+  XmlElement Drawing() const { return drawing_element_; }
+  // Starts an element `name` after the others in <defs>; *slot tells it to
+  // DropDefinition.
+  XmlElement Define(const char* name, size_t* slot = nullptr);
+  // Leaves a definition out of the document.
+  void DropDefinition(size_t slot) { definitions_[slot].reset(); }
+
+  // The text, its declaration naming `encoding`.
+  void Write(pugi::xml_writer& writer, const char* encoding = "UTF-8") const;
+  std::string Text() const;
+  // The document parsed as a tree (which writes the same text).
+  std::unique_ptr<pugi::xml_document> Document() const;
+  // Its <svg> element parsed as the last child of `parent`; returned.
+  pugi::xml_node AppendTo(pugi::xml_node parent) const;
+
+ private:
+  std::string head_;  // <svg ...><clipPath ...>...</clipPath>
+  std::vector<std::unique_ptr<XmlText>> definitions_;  // null: left out
+  XmlText drawing_;   // the drawing's <g>
+  XmlElement drawing_element_;
 };
-
-// Adds the XML declaration and the fixed elements to an empty `document`
-// for `frame`: its view box is "0 0 width height" ("%.6g"), the frame in
-// SVG coordinates, whose corners the clip path visits in the order of the
-// frame outline: (min x, min y), (min x, max y), (max x, max y), (max x, min y).
-SvgSkeleton StartDocument(pugi::xml_document& document, const Frame& frame);
-
-// The <defs> of the document, made after the view-box clip path the first
-// time it is asked for.
-pugi::xml_node Definitions(const SvgSkeleton& skeleton);
 
 // The document as UTF-8 text, unindented, with its declaration.
 std::string DocumentText(const pugi::xml_document& document);
@@ -47,6 +68,8 @@ void WriteDocument(const pugi::xml_document& document, pugi::xml_writer& writer)
 // (element and attribute names are ASCII, and the document has no comments
 // or CDATA). A page without an XML name gives the UTF-8 text.
 void WriteDocument(const pugi::xml_document& document, pugi::xml_writer& writer, unsigned code_page);
+// The same for the text of a rendered document.
+void WriteDocument(const SvgText& document, pugi::xml_writer& writer, unsigned code_page);
 
 }  // namespace fx::svg
 

@@ -15,17 +15,30 @@ bool Report(std::string* error, const std::string& message) {
   return false;
 }
 
-// Streams the document's text into the new file.
+// Streams the document's text into the new file in large writes (pugixml
+// hands it over a few kilobytes at a time).
 class FileWriter : public pugi::xml_writer {
  public:
-  explicit FileWriter(WholeFile& file) : file_(file) {}
+  explicit FileWriter(WholeFile& file) : file_(file) { buffer_.reserve(kBufferSize); }
   void write(const void* data, size_t size) override {
-    if (ok_) ok_ = file_.Write(std::string_view(static_cast<const char*>(data), size));
+    if (buffer_.size() + size > kBufferSize) Flush();
+    if (size >= kBufferSize) {
+      if (ok_) ok_ = file_.Write(std::string_view(static_cast<const char*>(data), size));
+      return;
+    }
+    buffer_.append(static_cast<const char*>(data), size);
   }
-  bool ok() const { return ok_; }
+  // Writes what is buffered; true when everything so far was written.
+  bool Flush() {
+    if (ok_ && !buffer_.empty()) ok_ = file_.Write(buffer_);
+    buffer_.clear();
+    return ok_;
+  }
 
  private:
+  static constexpr size_t kBufferSize = 1 << 20;
   WholeFile& file_;
+  std::string buffer_;
   bool ok_ = true;
 };
 
@@ -49,15 +62,16 @@ class GzipWriter : public pugi::xml_writer {
   bool ok_ = true;
 };
 
-// SaveXmlDocument, the text in `code_page`.
-bool Save(const pugi::xml_document& document, const std::string& path, const char* gzip_mode,
-          unsigned code_page, std::string* error) {
+// SaveXmlDocument, the text in `code_page`, of a tree or of a rendered document.
+template <typename Document>
+bool Save(const Document& document, const std::string& path, const char* gzip_mode, unsigned code_page,
+          std::string* error) {
   WholeFile file(path);
   if (!file.ok()) return Report(error, file.error());
   if (gzip_mode == nullptr) {
     FileWriter writer(file);
     WriteDocument(document, writer, code_page);
-    if (!writer.ok()) return Report(error, file.error());
+    if (!writer.Flush()) return Report(error, file.error());
   } else {
     // zlib gets its own descriptor: gzclose closes it, the file keeps its
     // own for the flush to disk and the rename.
@@ -83,12 +97,11 @@ bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path
   return Save(document, path, gzip_mode, kCodePageUtf8, error);
 }
 
-bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error) {
-  return SaveXmlDocument(document, path, nullptr, error);
+bool SaveSvg(const SvgText& document, const std::string& path, std::string* error) {
+  return Save(document, path, nullptr, kCodePageUtf8, error);
 }
 
-bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error,
-              unsigned code_page) {
+bool SaveSvgz(const SvgText& document, const std::string& path, std::string* error, unsigned code_page) {
   return Save(document, path, "wb6f", code_page, error);
 }
 

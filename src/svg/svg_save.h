@@ -10,6 +10,7 @@
 #include <pugixml.hpp>
 
 #include "host/code_page.h"
+#include "svg/svg_document.h"
 
 namespace fx::svg {
 
@@ -19,15 +20,15 @@ namespace fx::svg {
 bool SaveXmlDocument(const pugi::xml_document& document, const std::string& path, const char* gzip_mode,
                      std::string* error = nullptr);
 
-// ".svg": the document's UTF-8 text. False with *error (when given) set to
-// a message naming the file on failure.
-bool SaveSvg(const pugi::xml_document& document, const std::string& path, std::string* error = nullptr);
+// ".svg": the rendered document's UTF-8 text. False with *error (when
+// given) set to a message naming the file on failure.
+bool SaveSvg(const SvgText& document, const std::string& path, std::string* error = nullptr);
 
 // ".svgz": the same text compressed with zlib's gzip file interface, mode
 // "wb6f" (compression level 6, filtered strategy), in `code_page` (the
 // export gives the room report's, rooms/report.h) with a declaration naming
 // it; see WriteDocument in svg_document.h.
-bool SaveSvgz(const pugi::xml_document& document, const std::string& path, std::string* error = nullptr,
+bool SaveSvgz(const SvgText& document, const std::string& path, std::string* error = nullptr,
               unsigned code_page = kCodePageUtf8);
 
 }  // namespace fx::svg

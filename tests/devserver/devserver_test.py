@@ -62,6 +62,8 @@ class Server:
         self.process.send_signal(sig)
         code = self.process.wait(timeout=60)
         self.log.close()
+        if code != 0:  # what the server said, for the failure that follows
+            print(f"server exit {code}; its log ends:\n{Path(self.log.name).read_text()[-2000:]}")
         return code
 
     def __enter__(self):

@@ -2,7 +2,8 @@
 // exported in every format, its questions and exit status, wrong usage; and
 // every corpus drawing exported (the .drawing of constructiq/building.dxf,
 // above 600 KB, draws the warning), each file well formed for xmllint, each
-// .svg rendered by rsvg-convert without a word and its references resolved.
+// .svg rendered by rsvg-convert without a word, its references resolved and
+// its text the one pugixml writes for it.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -14,6 +15,7 @@
 #include "export_fixture.h"
 #include "external_checkers.h"
 #include "program_runner.h"
+#include "svg/svg_document.h"
 
 namespace fx::export_test {
 namespace {
@@ -41,6 +43,17 @@ void ExpectReferencesResolve(const std::string& svg, const std::string& label) {
     EXPECT_TRUE(url.starts_with("url(#") && url.ends_with(")") && ids.count(url.substr(5, url.size() - 6)) == 1)
         << label << " " << url;
   }
+}
+
+// The .svg is written as text while it is rendered: it must be the text
+// pugixml writes for the tree it reads back, byte for byte.
+void ExpectTreeWritesTheSameText(const std::string& svg, const std::string& label) {
+  const std::string text = ReadFile(svg);
+  pugi::xml_document document;
+  ASSERT_TRUE(document.load_buffer(text.data(), text.size(),
+                                   pugi::parse_escapes | pugi::parse_declaration | pugi::parse_ws_pcdata))
+      << label;
+  EXPECT_TRUE(fx::svg::DocumentText(document) == text) << label;
 }
 
 class ExportProgramTest : public ::testing::Test {
@@ -72,6 +85,7 @@ class ExportProgramTest : public ::testing::Test {
     fx::testing::ExpectXmllintAccepts(files, dir_, label);
     fx::testing::ExpectRsvgRenders(base + ".svg", dir_, label);
     ExpectReferencesResolve(base + ".svg", label);
+    ExpectTreeWritesTheSameText(base + ".svg", label);
   }
 
   fx::testing::TestFolder folder_{"export"};

@@ -43,6 +43,20 @@ Range TextTail(const TagList& tags) {
 
 int VerticalCode(const AcDbText& text) { return text.impl()->type() == "TEXT" ? 73 : 74; }
 
+// Readings of the text data `range`, shared by the accessors and the layout.
+double WidthFactorIn(const TagList& tags, Range range) {
+  double factor = tags.GetDouble(41, range, 1);
+  return factor > 0 ? factor : 1;
+}
+
+AcDbTextHorzMode HorizontalModeIn(const TagList& tags, Range range) {
+  int64_t mode = tags.GetInt(72, range, 0);
+  return mode >= kTextLeft && mode <= kTextFit ? static_cast<AcDbTextHorzMode>(mode) : kTextLeft;
+}
+
+// Group 71: 2 backwards (mirrored in X), 4 upside down (mirrored in Y).
+bool MirroredIn(const TagList& tags, Range range, int flag) { return (tags.GetInt(71, range, 0) & flag) != 0; }
+
 }  // namespace
 
 namespace fx::dxf {
@@ -98,15 +112,9 @@ double AcDbText::rotation() const {
 
 double AcDbText::oblique() const { return fx::dxf::ReadDegrees(impl()->tags(), 51, TextData(*this)); }
 
-double AcDbText::widthFactor() const {
-  double factor = impl()->tags().GetDouble(41, TextData(*this), 1);
-  return factor > 0 ? factor : 1;
-}
+double AcDbText::widthFactor() const { return WidthFactorIn(impl()->tags(), TextData(*this)); }
 
-AcDbTextHorzMode AcDbText::horizontalMode() const {
-  int64_t mode = impl()->tags().GetInt(72, TextData(*this), 0);
-  return mode >= kTextLeft && mode <= kTextFit ? static_cast<AcDbTextHorzMode>(mode) : kTextLeft;
-}
+AcDbTextHorzMode AcDbText::horizontalMode() const { return HorizontalModeIn(impl()->tags(), TextData(*this)); }
 
 AcDbTextVertMode AcDbText::verticalMode() const {
   const TagList& tags = impl()->tags();
@@ -114,13 +122,9 @@ AcDbTextVertMode AcDbText::verticalMode() const {
   return mode >= kTextBase && mode <= kTextTop ? static_cast<AcDbTextVertMode>(mode) : kTextBase;
 }
 
-bool AcDbText::isMirroredInX() const {
-  return (impl()->tags().GetInt(71, TextData(*this), 0) & 2) != 0;
-}
+bool AcDbText::isMirroredInX() const { return MirroredIn(impl()->tags(), TextData(*this), 2); }
 
-bool AcDbText::isMirroredInY() const {
-  return (impl()->tags().GetInt(71, TextData(*this), 0) & 4) != 0;
-}
+bool AcDbText::isMirroredInY() const { return MirroredIn(impl()->tags(), TextData(*this), 4); }
 
 AcDbObjectId AcDbText::textStyle() const {
   const TagList& tags = impl()->tags();
@@ -224,6 +228,7 @@ bool AcDbText::worldDraw(AcGiWorldDraw* world_draw) {
 namespace fx::dxf {
 
 TextPlacement ReadTextPlacement(const AcDbText& text) {
+  // The accessors' readings, with the subclass data found once.
   const TagList& tags = text.impl()->tags();
   const Range range = TextData(text);
   TextPlacement placement;
@@ -232,14 +237,14 @@ TextPlacement ReadTextPlacement(const AcDbText& text) {
   placement.alignment_point = tags.Find(11, range) == TagList::kNotFound
                                   ? placement.position
                                   : OcsToWorld(placement.normal, tags.GetPoint(11, range));
-  placement.height = text.height();
-  placement.width_factor = text.widthFactor();
-  placement.rotation = text.rotation();
-  placement.oblique = text.oblique();
-  placement.horizontal = text.horizontalMode();
+  placement.height = tags.GetDouble(40, range, 0);
+  placement.width_factor = WidthFactorIn(tags, range);
+  placement.rotation = ReadDegrees(tags, 50, range);
+  placement.oblique = ReadDegrees(tags, 51, range);
+  placement.horizontal = HorizontalModeIn(tags, range);
   placement.vertical = text.verticalMode();
-  placement.mirrored_x = text.isMirroredInX();
-  placement.mirrored_y = text.isMirroredInY();
+  placement.mirrored_x = MirroredIn(tags, range, 2);
+  placement.mirrored_y = MirroredIn(tags, range, 4);
   return placement;
 }
 
