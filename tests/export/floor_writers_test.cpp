@@ -12,7 +12,9 @@
 #include "export/exporter.h"
 #include "export/floor_checks.h"
 #include "export/floor_document.h"
+#include "export/floor_source.h"
 #include "export_fixture.h"
+#include "host/database.h"
 #include "rooms/room_record.h"
 #include "settings/known_settings.h"
 #include "settings/settings.h"
@@ -154,6 +156,40 @@ TEST_F(FloorWritersTest, SaveAllAttributesAddsTypeDescriptionAndCommentInThatOrd
     const pugi::xml_node element = floor->child("file").child("rooms").first_child();
     for (const char* name : {"name", "type", "description", "comment"}) EXPECT_STREQ(element.attribute(name).value(), cleaned);
   }
+}
+
+// The rooms of an analysis come in its order, each taken from the records
+// model space holds before the floor's or read on its own: an id listed
+// twice is there twice, an entity without a record is left out.
+TEST_F(FloorWritersTest, TheAnalysedRoomsComeInTheirListOrder) {
+  Open();
+  AcDbDatabase& database = *acdbHostApplicationServices()->workingDatabase();
+  // The floor's record moves to a line after all the rooms' records.
+  fx::rooms::RoomRecord floor_record;
+  ASSERT_TRUE(fx::rooms::ReadRoomRecord(RecordNamed(fx::rooms::kFloorOutlineName), &floor_record));
+  RemoveRecord(fx::rooms::kFloorOutlineName);
+  AcDbObjectId last;
+  {
+    AcDbObjectPointer<AcDbBlockTableRecord> model(database.modelSpaceId(), AcDb::kForWrite);
+    AcDbObjectPointer<AcDbLine> line(new AcDbLine({0, 0, 0}, {1, 1, 0}));
+    ASSERT_EQ(model->appendAcDbEntity(last, line.object()), Acad::eOk);
+  }
+  ASSERT_EQ(fx::rooms::SetXData(last, floor_record), Acad::eOk);
+  fx::rooms::RoomRecord a1;
+  ASSERT_TRUE(fx::rooms::ReadRoomRecord(RecordNamed("A1"), &a1));
+  const std::vector<AcDbObjectId> ids = {RecordNamed("F6"), RecordNamed("A1"), a1.linked, RecordNamed("C3"),
+                                         RecordNamed("A1")};
+  fx::exports::FloorData floor;
+  ASSERT_EQ(fx::exports::ReadFloor(database, &ids, floor), Acad::eOk);
+  EXPECT_EQ(floor.floor_id, last);
+  std::vector<std::string> names;
+  for (const fx::exports::FloorRoom& room : floor.rooms) {
+    names.push_back(room.record.name);
+    EXPECT_EQ(room.id, RecordNamed(room.record.name));
+  }
+  EXPECT_EQ(names, (std::vector<std::string>{"F6", "A1", "C3", "A1"}));
+  EXPECT_EQ(floor.rooms[1].record.category, a1.category);
+  EXPECT_EQ(floor.rooms[3].record.category, a1.category);
 }
 
 // An area of at most 1e-6 is zero: the question comes, and No writes nothing.
