@@ -33,7 +33,7 @@ TEST(SvgNumberTest, CoordinatesDropTrailingZerosAndNegativeZero) {
   } kCases[] = {
       {1.23456789, 4, "1.2346"}, {1.23456789, 3, "1.235"}, {2.5, 3, "2.5"},   {2, 3, "2"},
       {100, 0, "100"},           {1e6, 0, "1000000"},      {-0.0001, 3, "0"}, {-0.0, 2, "0"},
-      {-1.5, 0, "-2"},           {0.1, 1, "0.1"},          {std::numeric_limits<double>::infinity(), 2, "0"}, {std::nan(""), 2, "0"},
+      {-1.5, 0, "-2"},           {-0.5, 0, "0"},           {0.1, 1, "0.1"},          {std::numeric_limits<double>::infinity(), 2, "0"}, {std::nan(""), 2, "0"},
   };
   for (const auto& c : kCases) {
     std::string out;
